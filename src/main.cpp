@@ -1,0 +1,6 @@
+#include "run/program.h"
+
+int main(int argc, char* argv[])
+{
+    return run_program(argc, argv);
+}
