@@ -94,8 +94,8 @@ std::uint32_t getAdapterCount(bool test, std::int32_t debug)
     std::string value;
     if (status == 0 && find_value_text(debug, value)) {
         if (debug != 0)
-            std::cout << "numStr:" << value << ";length:" << static_cast<std::uint64_t>(value.size())
-                      << std::endl;
+            std::cout << "numStr:" << value
+                      << ";length:" << static_cast<std::uint64_t>(value.size()) << std::endl;
         if (!all_digits(value, debug))
             return 0;
         if (to_count(value, count))

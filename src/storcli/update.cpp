@@ -19,7 +19,8 @@ std::string output_stem(const std::string& log, const StorcliExpander& expander)
 bool needs_download(const StorcliExpander& expander)
 {
     logValue("force", Options.force);
-    if (!Options.force && compare_version(expander.installedVersion, expander.profile->targetVersion) >= 0)
+    if (!Options.force &&
+        compare_version(expander.installedVersion, expander.profile->targetVersion) >= 0)
         return false;
     logValue("installed:", expander.installedVersion);
     logValue("target:", expander.profile->targetVersion);

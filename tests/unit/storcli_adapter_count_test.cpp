@@ -35,7 +35,8 @@ protected:
 TEST_F(StorcliAdapterCountTest, FindsTheFirstCountBehindTheExactKey)
 {
     EXPECT_EQ(count_of("Controller Count = 2"), 2u);
-    EXPECT_EQ(count_of("CLI Version = 1\r\n   Status = Success  \r\n  Controller Count = 2   \r\n"), 2u);
+    EXPECT_EQ(count_of("CLI Version = 1\r\n   Status = Success  \r\n  Controller Count = 2   \r\n"),
+              2u);
     EXPECT_EQ(count_of("Controller Count = 007\n"), 7u);
     EXPECT_EQ(count_of("x Controller Count = 3\nController Count = 5\n"), 3u);
     // Without the blank behind "=", or with only blanks there, the key is
@@ -56,8 +57,8 @@ TEST_F(StorcliAdapterCountTest, LogsTheCommandAndWhetherACountWasFound)
     std::filesystem::remove("log.txt");
     std::filesystem::remove("ctrlcount.rst");
     EXPECT_EQ(getAdapterCount(true, 0), 0u);
-    EXPECT_TRUE(log_has_run({"Count return code = 0", "found = 0",
-                             "**********getAdapterCount End ******* "}));
+    EXPECT_TRUE(log_has_run(
+        {"Count return code = 0", "found = 0", "**********getAdapterCount End ******* "}));
 }
 
 TEST_F(StorcliAdapterCountTest, ANonDigitGivesZeroWithoutTheClosingLogLines)
@@ -74,8 +75,8 @@ TEST_F(StorcliAdapterCountTest, ANonDigitGivesZeroWithoutTheClosingLogLines)
 TEST_F(StorcliAdapterCountTest, ACountBeyond32BitsGivesZeroAndSaysSo)
 {
     EXPECT_EQ(count_of("Controller Count = 4294967296\n"), 0u);
-    EXPECT_TRUE(log_has_run({"Controller count out of range", "found = 0",
-                             "**********getAdapterCount End ******* "}));
+    EXPECT_TRUE(log_has_run(
+        {"Controller count out of range", "found = 0", "**********getAdapterCount End ******* "}));
 
     std::filesystem::remove("log.txt");
     EXPECT_EQ(count_of("Controller Count = " + std::string(1 << 20, '9') + "\n"), 0u);

@@ -41,10 +41,10 @@ TEST_F(StorcliAdapterTest, ReadsTheFourKeysAnywhereInALine)
     EXPECT_EQ(adapter.SDID, "0x00A1");
     EXPECT_EQ(adapter.driverName, "abc");
     EXPECT_EQ(adapter.adapterType, 0);
-    EXPECT_TRUE(log_has_run({"**********parse_adapter_info Begin ******* ", "Open file = show_0_log",
-                             "line: = Basics :", "line: = ======",
-                             "line: =    Product Name = ABC 9500   ",
-                             "product name = ABC 9500   "}));
+    EXPECT_TRUE(
+        log_has_run({"**********parse_adapter_info Begin ******* ", "Open file = show_0_log",
+                     "line: = Basics :", "line: = ======", "line: =    Product Name = ABC 9500   ",
+                     "product name = ABC 9500   "}));
     EXPECT_TRUE(log_has_run({"SVID = 0x1F3A"}));
     EXPECT_TRUE(log_has_run({"SDID = 0x00A1"}));
     EXPECT_TRUE(log_has_run({"DRIVER_NAME:  = abc", "line: = product name = lower",
@@ -81,8 +81,8 @@ TEST_F(StorcliAdapterTest, AReportWithoutKeysOrWithoutFile)
 TEST_F(StorcliAdapterTest, ClassifiesByCaseSensitiveWordsInTheProductName)
 {
     EXPECT_EQ(type_of("ABC HBA 9500"), ADAPTER_TYPE_HBA);
-    EXPECT_TRUE(log_has_run({"**********get_adapter_type Begin ******* ", "Identify = 1", "Type: = 1",
-                             "**********get_adapter_type End ******* "}));
+    EXPECT_TRUE(log_has_run({"**********get_adapter_type Begin ******* ", "Identify = 1",
+                             "Type: = 1", "**********get_adapter_type End ******* "}));
     EXPECT_EQ(type_of("RAID 9560 HBA"), ADAPTER_TYPE_HBA);
     EXPECT_EQ(type_of("MegaRAID 9560"), ADAPTER_TYPE_RAID);
     EXPECT_TRUE(log_has_run({"Identify = 1", "Type: = 2"}));

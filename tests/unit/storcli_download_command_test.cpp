@@ -34,10 +34,13 @@ protected:
 TEST_F(StorcliDownloadCommandTest, TheThreeCommandsOfAnUpdateBehindAnHba)
 {
     FORCE_ACTIVATE_FLAG = true;
-    EXPECT_EQ(main_image(), ".\\storcli64.exe  /c0/e2 download src=fw.rom mode=E offline bufferid=0");
-    EXPECT_EQ(psoc_first(),
-              ".\\storcli64.exe  /c0/e2 download src=psoc.rom mode=E offline forceActivate bufferid=2");
-    EXPECT_EQ(psoc_retry(), ".\\storcli64.exe  /c0/e2 download src=psoc.rom forceActivate mode=5 bufferid=2");
+    EXPECT_EQ(main_image(),
+              ".\\storcli64.exe  /c0/e2 download src=fw.rom mode=E offline bufferid=0");
+    EXPECT_EQ(
+        psoc_first(),
+        ".\\storcli64.exe  /c0/e2 download src=psoc.rom mode=E offline forceActivate bufferid=2");
+    EXPECT_EQ(psoc_retry(),
+              ".\\storcli64.exe  /c0/e2 download src=psoc.rom forceActivate mode=5 bufferid=2");
 }
 
 TEST_F(StorcliDownloadCommandTest, TheMainImageDependsOnTheAdapterTypeAlone)
@@ -45,7 +48,8 @@ TEST_F(StorcliDownloadCommandTest, TheMainImageDependsOnTheAdapterTypeAlone)
     profile_.mode = "5";
     profile_.bufferID = "7";
     FORCE_ACTIVATE_FLAG = true;
-    EXPECT_EQ(build_download_command(expander_, 0, 1), std::string(HEAD) + "fw.rom mode=E offline bufferid=0");
+    EXPECT_EQ(build_download_command(expander_, 0, 1),
+              std::string(HEAD) + "fw.rom mode=E offline bufferid=0");
     // The HBA note leaves its log line open.
     EXPECT_EQ(read_file("log.txt").substr(21), "  HBA adapter, add mode E");
 
@@ -72,7 +76,8 @@ TEST_F(StorcliDownloadCommandTest, AnyOtherModeGoesInAsItIsAndRetriesWithModeFiv
 {
     for (const char* mode : {"E", "e", "", "05"}) {
         profile_.mode = mode;
-        EXPECT_EQ(psoc_first(), std::string(HEAD) + "psoc.rom mode=" + mode + " offline bufferid=2");
+        EXPECT_EQ(psoc_first(),
+                  std::string(HEAD) + "psoc.rom mode=" + mode + " offline bufferid=2");
         EXPECT_EQ(psoc_retry(), std::string(HEAD) + "psoc.rom forceActivate mode=5 bufferid=2");
     }
     // Any non-zero flag counts.

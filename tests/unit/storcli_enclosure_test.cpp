@@ -26,8 +26,9 @@ std::string report_with_rows(const std::string& rows)
            "Properties :\r\n"
            "==========\r\n"
            "\r\n" +
-           RULE + "\r\nEID State Slots PD PS Fans TSs Alms SIM Port# ProdID VendorSpecific\r\n" + RULE +
-           "\r\n" + rows + RULE + "\r\n\r\nEID=Enclosure Device ID |PD=Physical drive count\r\n";
+        RULE + "\r\nEID State Slots PD PS Fans TSs Alms SIM Port# ProdID VendorSpecific\r\n" +
+        RULE + "\r\n" + rows + RULE +
+        "\r\n\r\nEID=Enclosure Device ID |PD=Physical drive count\r\n";
 }
 
 }  // namespace
@@ -71,8 +72,9 @@ TEST_F(StorcliEnclosureTest, MatchedRowsBecomeExpandersInTableOrder)
     EXPECT_EQ(Expanders[1]->enclosureId, "2");
     EXPECT_EQ(Expanders[1]->installedVersion, "2.0.1 rev B");
 
-    EXPECT_TRUE(log_has_run({"**********parse_eall_output Begin ******* ", "Open file = show_eall_3_log",
-                             "line: = CLI Version = 007.1017.0000.0000 May 10, 2021"}));
+    EXPECT_TRUE(
+        log_has_run({"**********parse_eall_output Begin ******* ", "Open file = show_eall_3_log",
+                     "line: = CLI Version = 007.1017.0000.0000 May 10, 2021"}));
     EXPECT_TRUE(log_has_run({"line: = Properties :", "after properties, line: = ==========",
                              "after properties, line: = ", "after properties, line: = " + RULE}));
     EXPECT_TRUE(log_has_run({"after properties, line: = " + RULE, "enclouser line starts",
@@ -91,7 +93,8 @@ TEST_F(StorcliEnclosureTest, MatchedRowsBecomeExpandersInTableOrder)
 TEST_F(StorcliEnclosureTest, OnlyARuleOfTenHyphensInColumnZeroClosesTheTable)
 {
     Profiles = {profile_for("ABC")};
-    const std::string second_section = "Properties :\n" + RULE + "\nheading\n" + RULE + "\n9 ABC 9.9\n";
+    const std::string second_section =
+        "Properties :\n" + RULE + "\nheading\n" + RULE + "\n9 ABC 9.9\n";
     // An indented or a short rule is a row; the table then runs on.
     parse("Properties :\n" + RULE + "\nEID\n" + RULE + "\n1 ABC 1.0\n  " + RULE + "\n---------\n" +
           "2 ABC 2.0\n" + RULE + "\n" + second_section);
@@ -192,14 +195,15 @@ TEST_F(StorcliEnclosureTest, NothingMatchesWithoutProfilesOrWithoutAReport)
 {
     parse(report_with_rows("62 OK ABC 1.0\n"));
     EXPECT_TRUE(Expanders.empty());
-    EXPECT_TRUE(log_has_run({"expander lines num = 1", "Vector line: = 62 OK ABC 1.0",
-                             "Expander found: = 0"}));
+    EXPECT_TRUE(log_has_run(
+        {"expander lines num = 1", "Vector line: = 62 OK ABC 1.0", "Expander found: = 0"}));
 
     Profiles = {profile_for("ABC")};
     EXPECT_EQ(parse_eall_output("show_eall_9_log", &adapter_), 1);
     EXPECT_TRUE(Expanders.empty());
-    EXPECT_TRUE(log_has_run({"Open file = show_eall_9_log", "open file fail file =  = show_eall_9_log",
-                             "**********parse_eall_output End ******* "}));
+    EXPECT_TRUE(
+        log_has_run({"Open file = show_eall_9_log", "open file fail file =  = show_eall_9_log",
+                     "**********parse_eall_output End ******* "}));
 
     EXPECT_EQ(parse(""), 0);
     EXPECT_EQ(parse(std::string("Properties :\0\xff\r\r\n", 17) + RULE + "\n\x01" + RULE), 0);

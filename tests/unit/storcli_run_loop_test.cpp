@@ -20,7 +20,7 @@ const std::string RULE = "----------------------------------------------\n";
 std::string shown(const std::string& eid, const std::string& installed)
 {
     return "Product ID: ABC36X\nEID:        " + eid + "\nInstalled Version:" + installed +
-           "\nTarget Version:   1.2.3\n";
+        "\nTarget Version:   1.2.3\n";
 }
 
 const std::string UP_TO_DATE = "Firmware version is up-to-date.\n";
@@ -59,12 +59,14 @@ protected:
     static std::string report_of_controller(std::uint32_t index)
     {
         return "Controller = " + std::to_string(index) +
-               "\r\nProduct Name = ABC HBA 9500\r\nSubVendor Id = 0x1F3A\r\nSubDevice Id = 0x00A1\r\n";
+            "\r\nProduct Name = ABC HBA 9500\r\nSubVendor Id = 0x1F3A\r\nSubDevice Id = 0x00A1\r\n";
     }
 
-    static std::string enclosure_report(const std::vector<std::pair<std::string, std::string>>& rows)
+    static std::string
+    enclosure_report(const std::vector<std::pair<std::string, std::string>>& rows)
     {
-        std::string report = "Properties :\r\n==========\r\n" + RULE + "EID State ProdID Rev\r\n" + RULE;
+        std::string report =
+            "Properties :\r\n==========\r\n" + RULE + "EID State ProdID Rev\r\n" + RULE;
         for (const auto& [eid, version] : rows)
             report += " " + eid + " OK      ABC36X   " + version + "\r\n";
         return report + RULE;
@@ -76,14 +78,15 @@ protected:
     // where no such file is.
     static void write_tool()
     {
-        write_file("storcli64.exe", "#!/bin/sh\n"
-                                    "name=$(echo \"$1\" | tr / _)\n"
-                                    "case \"$2\" in\n"
-                                    "  download) code=\"code${name}_${3#src=}\";;\n"
-                                    "  *) code=\"code${name}\"; [ -f \"rep${name}\" ] && cat \"rep${name}\";;\n"
-                                    "esac\n"
-                                    "[ -f \"$code\" ] && exit $(cat \"$code\")\n"
-                                    "exit 0\n");
+        write_file("storcli64.exe",
+                   "#!/bin/sh\n"
+                   "name=$(echo \"$1\" | tr / _)\n"
+                   "case \"$2\" in\n"
+                   "  download) code=\"code${name}_${3#src=}\";;\n"
+                   "  *) code=\"code${name}\"; [ -f \"rep${name}\" ] && cat \"rep${name}\";;\n"
+                   "esac\n"
+                   "[ -f \"$code\" ] && exit $(cat \"$code\")\n"
+                   "exit 0\n");
         std::filesystem::permissions("storcli64.exe", std::filesystem::perms::owner_all);
     }
 
@@ -105,7 +108,8 @@ protected:
 
     // The console of a run: the found line, each expander's lines behind a
     // blank line and dashes, the closing dashes and blank line, the ending.
-    static std::string console_of(const std::vector<std::string>& expanders, const std::string& ending)
+    static std::string console_of(const std::vector<std::string>& expanders,
+                                  const std::string& ending)
     {
         std::string console = std::to_string(expanders.size()) + " Expander(s) Found.\n\n";
         for (const std::string& expander : expanders)
@@ -129,9 +133,11 @@ TEST_F(StorcliRunLoopTest, ControllersThatFailTheGateLeaveTheConsoleSilent)
     EXPECT_FALSE(log_has_run({"**********Process End ******* "}));
     EXPECT_TRUE(log_has_run({"Exec Command = .\\storcli64.exe /c0 show  >show_0_log 2>&1"}));
     EXPECT_TRUE(log_has_run({"Exec Command = .\\storcli64.exe /c2 show  >show_2_log 2>&1"}));
-    EXPECT_FALSE(log_has_run({"Exec Command = .\\storcli64.exe /c0/eall show  >show_eall_0_log 2>&1"}));
+    EXPECT_FALSE(
+        log_has_run({"Exec Command = .\\storcli64.exe /c0/eall show  >show_eall_0_log 2>&1"}));
     const std::string log = read_file("log.txt");
-    EXPECT_NE(log.find("  SVID is not match Tarvex SVID, Not Supported adapter.["), std::string::npos);
+    EXPECT_NE(log.find("  SVID is not match Tarvex SVID, Not Supported adapter.["),
+              std::string::npos);
 }
 
 TEST_F(StorcliRunLoopTest, AllUpToDateEndsInZeroNot163)
@@ -141,11 +147,13 @@ TEST_F(StorcliRunLoopTest, AllUpToDateEndsInZeroNot163)
     write_controller(0, {{"2", "1.2.3"}, {"3", "1.3"}});
     std::string console;
     EXPECT_EQ(run(console), 0);
-    EXPECT_EQ(console, console_of({shown("2", "1.2.3") + UP_TO_DATE, shown("3", "1.3") + UP_TO_DATE},
-                                  "All expanders' firmware are up-to-date.\n"));
+    EXPECT_EQ(console,
+              console_of({shown("2", "1.2.3") + UP_TO_DATE, shown("3", "1.3") + UP_TO_DATE},
+                         "All expanders' firmware are up-to-date.\n"));
     ASSERT_EQ(Adapters.size(), 1u);
     EXPECT_EQ(Adapters[0]->adapterType, ADAPTER_TYPE_HBA);
-    EXPECT_TRUE(log_has_run({"Exec Command = .\\storcli64.exe /c0/eall show  >show_eall_0_log 2>&1"}));
+    EXPECT_TRUE(
+        log_has_run({"Exec Command = .\\storcli64.exe /c0/eall show  >show_eall_0_log 2>&1"}));
     EXPECT_TRUE(log_has_run({"result = 0", "**********Process End ******* "}));
 }
 
@@ -157,9 +165,11 @@ TEST_F(StorcliRunLoopTest, OneUpToDateAndOneWrittenIsASuccessWithThePowerCycleLi
     write_controller(1, {{"5", "1.0"}});
     std::string console;
     EXPECT_EQ(run(console), 0);
-    EXPECT_EQ(console, console_of({shown("2", "1.2.3") + UP_TO_DATE, shown("5", "1.0") + WRITTEN},
-                                  "All expander(s) firmware download success.\n"
-                                  "System power cycle is required to activate the download firmware images\n"));
+    EXPECT_EQ(
+        console,
+        console_of({shown("2", "1.2.3") + UP_TO_DATE, shown("5", "1.0") + WRITTEN},
+                   "All expander(s) firmware download success.\n"
+                   "System power cycle is required to activate the download firmware images\n"));
     EXPECT_EQ(Expanders[1]->adapterIndex, "1");
     EXPECT_EQ(Expanders[1]->adapter, Adapters[1]);
 }
@@ -172,8 +182,9 @@ TEST_F(StorcliRunLoopTest, AnUnusableProfileIsToldAndTheControllersAreStillAsked
     write_controller(0, {{"2", "1.0"}});
     std::string console;
     EXPECT_EQ(run(console), 171);
-    EXPECT_EQ(console, "ERROR: Could not open profile file missing.txt!\n"
-                       "Profile information is not supported.\n");
+    EXPECT_EQ(console,
+              "ERROR: Could not open profile file missing.txt!\n"
+              "Profile information is not supported.\n");
     EXPECT_EQ(Adapters.size(), 1u);
 
     // Rows before a short line stay and serve.
@@ -183,11 +194,12 @@ TEST_F(StorcliRunLoopTest, AnUnusableProfileIsToldAndTheControllersAreStillAsked
     Options.profile_file = "profile.txt";
     ADAPTER_COUNT = 1;
     EXPECT_EQ(run(console), 0);
-    EXPECT_EQ(console, "Invalid support file format.\nProfile information is not supported.\n" +
-                           console_of({shown("2", "1.0") + WRITTEN},
-                                      "All expander(s) firmware download success.\n"
-                                      "System power cycle is required to activate the download "
-                                      "firmware images\n"));
+    EXPECT_EQ(console,
+              "Invalid support file format.\nProfile information is not supported.\n" +
+                  console_of({shown("2", "1.0") + WRITTEN},
+                             "All expander(s) firmware download success.\n"
+                             "System power cycle is required to activate the download "
+                             "firmware images\n"));
 }
 
 TEST_F(StorcliRunLoopTest, AtMostAThousandControllersAreServed)
@@ -197,14 +209,17 @@ TEST_F(StorcliRunLoopTest, AtMostAThousandControllersAreServed)
     std::string console;
     EXPECT_EQ(run(console), 171);
     EXPECT_TRUE(log_has_run({"Exec Command = .\\storcli64.exe /c999 show  >show_999_log 2>&1"}));
-    EXPECT_FALSE(log_has_run({"Controller count above 1000, controllers from 1000 on are not served"}));
+    EXPECT_FALSE(
+        log_has_run({"Controller count above 1000, controllers from 1000 on are not served"}));
 
     std::filesystem::remove("log.txt");
     ADAPTER_COUNT = 4294967295u;
     write_controller(999, {{"2", "1.2.3"}});
     EXPECT_EQ(run(console), 0);
-    EXPECT_TRUE(log_has_run({"Controller count above 1000, controllers from 1000 on are not served"}));
-    EXPECT_TRUE(log_has_run({"Exec Command = .\\storcli64.exe /c999/eall show  >show_eall_999_log 2>&1"}));
+    EXPECT_TRUE(
+        log_has_run({"Controller count above 1000, controllers from 1000 on are not served"}));
+    EXPECT_TRUE(
+        log_has_run({"Exec Command = .\\storcli64.exe /c999/eall show  >show_eall_999_log 2>&1"}));
     EXPECT_FALSE(log_has_run({"Exec Command = .\\storcli64.exe /c1000 show  >show_1000_log 2>&1"}));
     ASSERT_EQ(Expanders.size(), 1u);
     EXPECT_EQ(Expanders[0]->adapterIndex, "999");
@@ -221,8 +236,9 @@ TEST_F(StorcliRunLoopTest, FailedExpandersWithNoneWrittenGiveTheLastResult)
     write_file("code_c0_e3_fw.rom", "9");
     std::string console;
     EXPECT_EQ(run(console), 9);
-    EXPECT_EQ(console, console_of({shown("2", "1.0") + MAIN_FAILED, shown("3", "1.0") + MAIN_FAILED},
-                                  "2 expander(s) firmware download fail.\n"));
+    EXPECT_EQ(console,
+              console_of({shown("2", "1.0") + MAIN_FAILED, shown("3", "1.0") + MAIN_FAILED},
+                         "2 expander(s) firmware download fail.\n"));
     EXPECT_TRUE(log_has_run({"result = 9", "**********Process End ******* "}));
 
     // The last expander up to date leaves 163.
@@ -231,8 +247,9 @@ TEST_F(StorcliRunLoopTest, FailedExpandersWithNoneWrittenGiveTheLastResult)
     ADAPTER_COUNT = 1;
     write_tool_controller(0, {{"2", "1.0"}, {"3", "1.2.3"}});
     EXPECT_EQ(run(console), 163);
-    EXPECT_EQ(console, console_of({shown("2", "1.0") + MAIN_FAILED, shown("3", "1.2.3") + UP_TO_DATE},
-                                  "1 expander(s) firmware download fail.\n"));
+    EXPECT_EQ(console,
+              console_of({shown("2", "1.0") + MAIN_FAILED, shown("3", "1.2.3") + UP_TO_DATE},
+                         "1 expander(s) firmware download fail.\n"));
 }
 
 TEST_F(StorcliRunLoopTest, FailedAndWrittenExpandersGiveOneAndBothCounts)
@@ -247,10 +264,11 @@ TEST_F(StorcliRunLoopTest, FailedAndWrittenExpandersGiveOneAndBothCounts)
     write_file("code_c0_e3_fw.rom", "6");
     std::string console;
     EXPECT_EQ(run(console), 1);
-    EXPECT_EQ(console, console_of({shown("2", "1.0") + PSOC_FAILED, shown("3", "1.0") + MAIN_FAILED,
-                                   shown("4", "1.0") + WRITTEN},
-                                  "2 expander(s) firmware download fail.\n"
-                                  "1 expander(s) firmware download success.\n"));
+    EXPECT_EQ(console,
+              console_of({shown("2", "1.0") + PSOC_FAILED, shown("3", "1.0") + MAIN_FAILED,
+                          shown("4", "1.0") + WRITTEN},
+                         "2 expander(s) firmware download fail.\n"
+                         "1 expander(s) firmware download success.\n"));
     EXPECT_TRUE(log_has_run({"result = 1", "**********Process End ******* "}));
 }
 
@@ -267,14 +285,17 @@ TEST_F(StorcliRunLoopTest, AControllerWhoseCommandFailsIsLeftOutAndTheLoopGoesOn
     write_tool_controller(2, {{"4", "1.0"}});
     std::string console;
     EXPECT_EQ(run(console), 0);
-    EXPECT_EQ(console, console_of({shown("4", "1.0") + WRITTEN},
-                                  "All expander(s) firmware download success.\n"
-                                  "System power cycle is required to activate the download firmware images\n"));
+    EXPECT_EQ(
+        console,
+        console_of({shown("4", "1.0") + WRITTEN},
+                   "All expander(s) firmware download success.\n"
+                   "System power cycle is required to activate the download firmware images\n"));
     ASSERT_EQ(Adapters.size(), 1u);
     EXPECT_EQ(Adapters[0]->adapterIndex, "2");
     const std::string log = read_file("log.txt");
     EXPECT_NE(log.find("Exec result = 2\n"), std::string::npos);
     EXPECT_NE(log.find("  get controller info fail["), std::string::npos);
     EXPECT_NE(log.find("Exec result = 255\n"), std::string::npos);
-    EXPECT_NE(log.find("get controller info fail", log.find("Exec result = 255\n")), std::string::npos);
+    EXPECT_NE(log.find("get controller info fail", log.find("Exec result = 255\n")),
+              std::string::npos);
 }

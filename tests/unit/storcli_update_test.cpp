@@ -66,14 +66,15 @@ protected:
     static void write_tool(const std::string& main_code, const std::string& first_code,
                            const std::string& retry_code)
     {
-        write_file("storcli64.exe", "#!/bin/sh\n"
-                                    "echo \"$*\" >> calls.txt\n"
-                                    "echo \"$*\"\n"
-                                    "case \"$*\" in\n"
-                                    "  *src=fw.rom*) exit $(cat main.code);;\n"
-                                    "  *'forceActivate mode=5'*) exit $(cat retry.code);;\n"
-                                    "  *) exit $(cat first.code);;\n"
-                                    "esac\n");
+        write_file("storcli64.exe",
+                   "#!/bin/sh\n"
+                   "echo \"$*\" >> calls.txt\n"
+                   "echo \"$*\"\n"
+                   "case \"$*\" in\n"
+                   "  *src=fw.rom*) exit $(cat main.code);;\n"
+                   "  *'forceActivate mode=5'*) exit $(cat retry.code);;\n"
+                   "  *) exit $(cat first.code);;\n"
+                   "esac\n");
         std::filesystem::permissions("storcli64.exe", std::filesystem::perms::owner_all);
         write_file("main.code", main_code);
         write_file("first.code", first_code);
@@ -92,15 +93,15 @@ TEST_F(StorcliUpdateTest, AnEqualOrHigherVersionIsUpToDateWithoutAnyCommand)
         expander_.installedVersion = installed;
         std::string console;
         EXPECT_EQ(update_with_console(console), 163) << installed;
-        EXPECT_EQ(console, "Product ID: ABC36X\nEID:        2\nInstalled Version:" +
-                               std::string(installed) +
-                               "\nTarget Version:   1.2.3\nFirmware version is up-to-date.\n");
+        EXPECT_EQ(console,
+                  "Product ID: ABC36X\nEID:        2\nInstalled Version:" + std::string(installed) +
+                      "\nTarget Version:   1.2.3\nFirmware version is up-to-date.\n");
         EXPECT_EQ(expander_.needDownload, 0u);
         EXPECT_EQ(expander_.flashState, FLASH_NOT_TRIED);
         EXPECT_TRUE(log_has_run({"**********update Begin ******* ", "force = 0",
                                  "**********compare_version Begin ******* "}));
-        EXPECT_TRUE(log_has_run({"**********compare_version End ******* ",
-                                 "**********flash End ******* "}));
+        EXPECT_TRUE(log_has_run(
+            {"**********compare_version End ******* ", "**********flash End ******* "}));
         EXPECT_FALSE(log_has_run({"need to download FW"}));
         EXPECT_FALSE(log_has_run({"installed: = " + std::string(installed)}));
     }
@@ -161,7 +162,8 @@ TEST_F(StorcliUpdateTest, AFailedMainImageStopsWithItsStatusAndNoWait)
     EXPECT_EQ(console, SHOWN + MAIN_START + FAIL);
     EXPECT_EQ(expander_.flashState, FLASH_MAIN_FAILED);
     EXPECT_EQ(read_file("calls.txt"), "/c0/e2 download src=fw.rom mode=E offline bufferid=0\n");
-    EXPECT_EQ(read_file("fw_download_log_0_2"), "/c0/e2 download src=fw.rom mode=E offline bufferid=0\n");
+    EXPECT_EQ(read_file("fw_download_log_0_2"),
+              "/c0/e2 download src=fw.rom mode=E offline bufferid=0\n");
     EXPECT_TRUE(log_has_run({"Exec result = 7", "**********exec_command End ******* ",
                              "Download fw image fail", "**********flash End ******* "}));
 }
@@ -175,10 +177,12 @@ TEST_F(StorcliUpdateTest, TheSecondPsocFormRepairsAFailedFirstSilently)
     EXPECT_EQ(update_with_console(console), 0);
     EXPECT_EQ(console, SHOWN + MAIN_START + SUCCESS + PSOC_START + SUCCESS);
     EXPECT_EQ(expander_.flashState, FLASH_WRITTEN);
-    EXPECT_EQ(read_file("calls.txt"), "/c0/e2 download src=fw.rom mode=E offline bufferid=0\n"
-                                      "/c0/e2 download src=psoc.rom mode=E offline bufferid=2\n"
-                                      "/c0/e2 download src=psoc.rom forceActivate mode=5 bufferid=2\n");
-    EXPECT_EQ(read_file("psoc_download_log_0_2_t0"), "/c0/e2 download src=psoc.rom mode=E offline bufferid=2\n");
+    EXPECT_EQ(read_file("calls.txt"),
+              "/c0/e2 download src=fw.rom mode=E offline bufferid=0\n"
+              "/c0/e2 download src=psoc.rom mode=E offline bufferid=2\n"
+              "/c0/e2 download src=psoc.rom forceActivate mode=5 bufferid=2\n");
+    EXPECT_EQ(read_file("psoc_download_log_0_2_t0"),
+              "/c0/e2 download src=psoc.rom mode=E offline bufferid=2\n");
     EXPECT_EQ(read_file("psoc_download_log_0_2_t1"),
               "/c0/e2 download src=psoc.rom forceActivate mode=5 bufferid=2\n");
     EXPECT_FALSE(log_has_run({"Download fw image fail"}));
