@@ -1,3 +1,5 @@
+# The lab's own tests. Included rather than added as a folder, because in
+# the sasfwctl tree they join at the end of its top level (see ../CMakeLists.txt).
 if(NOT TARGET GTest::gtest)
   if(CMAKE_CROSSCOMPILING)
     # No packaged GoogleTest for Windows: build it from Debian's sources.
@@ -11,7 +13,7 @@ if(NOT TARGET GTest::gtest)
   endif()
 endif()
 
-file(GLOB LAB_TEST_SOURCES CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+file(GLOB LAB_TEST_SOURCES CONFIGURE_DEPENDS ${CMAKE_CURRENT_LIST_DIR}/*.cpp)
 add_executable(lab_tests ${LAB_TEST_SOURCES})
 target_link_libraries(lab_tests PRIVATE sasfwctl_lab GTest::gtest GTest::gtest_main)
 if(WIN32)
@@ -20,8 +22,10 @@ endif()
 # The process tests run the built programs.
 target_compile_definitions(lab_tests PRIVATE
   LAB_STORCLI="$<TARGET_FILE:lab_storcli64>" LAB_ARCCONF="$<TARGET_FILE:lab_arcconf>" LAB_LABCTL="$<TARGET_FILE:labctl>"
-  LAB_SCENARIO_DIR="${CMAKE_CURRENT_SOURCE_DIR}/../scenarios")
+  LAB_SCENARIO_DIR="${CMAKE_CURRENT_LIST_DIR}/../scenarios")
 add_dependencies(lab_tests lab_storcli64 lab_arcconf labctl)
+set(LAB_TEST_DIR ${CMAKE_BINARY_DIR}/lab_tests)
+set_target_properties(lab_tests PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${LAB_TEST_DIR})
 # Each test works in a scratch folder of its own below the working directory.
 add_test(NAME lab COMMAND lab_tests)
-set_tests_properties(lab PROPERTIES WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR})
+set_tests_properties(lab PROPERTIES WORKING_DIRECTORY ${LAB_TEST_DIR})
