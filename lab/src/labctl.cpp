@@ -26,7 +26,7 @@ void add_storcli_rows(const Lab& lab, TextTable& table) {
   for (std::size_t c = 0; c < lab.scenario.storcli.size(); ++c) {
     for (const StorcliEnclosure& e : lab.scenario.storcli[c].enclosures) {
       std::string key = storcli_key(c, e.eid);
-      table.add_row({key, e.productId, installed_version(lab, key, ImageKind::Main, e.mainVersion),
+      table.add_row({key, e.productId, or_dash(installed_version(lab, key, ImageKind::Main, e.mainVersion)),
                      staged_text(lab.state, key, ImageKind::Main),
                      or_dash(installed_version(lab, key, ImageKind::Psoc, e.psocVersion)),
                      staged_text(lab.state, key, ImageKind::Psoc)});
