@@ -12,7 +12,9 @@ namespace {
 
 const std::string kRule(70, '-');
 
-std::vector<std::string> titled(const std::string& title) { return {kRule, title, kRule}; }
+std::vector<std::string> titled(const std::string& title) {
+  return {kRule, title, kRule};
+}
 
 // Keys of a device block are padded to one width, as the tool prints them.
 std::string field(const std::string& key, const std::string& value) {
@@ -20,12 +22,14 @@ std::string field(const std::string& key, const std::string& value) {
 }
 
 std::string channel_device(const ArcconfDevice& d) {
-  return std::to_string(d.channel) + "," + std::to_string(d.device) + "(" + std::to_string(d.device) + ":0)";
+  return std::to_string(d.channel) + "," + std::to_string(d.device) + "(" +
+         std::to_string(d.device) + ":0)";
 }
 
 // An expander block holds no other line with the words Model, Firmware,
 // Vendor, State, "Device #" or "Channel #": the utility matches them anywhere.
-std::vector<std::string> enclosure_block(const Lab& lab, std::size_t controller, const ArcconfDevice& d, int enclosureId) {
+std::vector<std::string> enclosure_block(const Lab& lab, std::size_t controller,
+                                         const ArcconfDevice& d, int enclosureId) {
   bool expander = d.kind == DeviceKind::Expander;
   std::vector<std::string> lines = {
       "            Device is an Enclosure Services Device",
@@ -35,12 +39,14 @@ std::vector<std::string> enclosure_block(const Lab& lab, std::size_t controller,
       field("State", d.state),
       field("Vendor", d.vendor),
       field("Model", d.model),
-      field("Firmware", installed_version(lab, arcconf_key(controller, d), ImageKind::Main, d.firmware)),
+      field("Firmware",
+            installed_version(lab, arcconf_key(controller, d), ImageKind::Main, d.firmware)),
   };
   if (expander) lines.push_back(field("Expander ID", d.expanderId));
   if (expander) lines.push_back(field("SAS Address", d.sasAddress));
   if (!d.connector.empty())
-    lines.push_back(field("Reported Location", "Connector " + d.connector + ", Device " + std::to_string(d.device)));
+    lines.push_back(field("Reported Location",
+                          "Connector " + d.connector + ", Device " + std::to_string(d.device)));
   if (!d.diskName.empty()) lines.push_back(field("Disk Name", d.diskName));
   return lines;
 }
@@ -64,9 +70,11 @@ std::vector<std::string> drive_block(const ArcconfDevice& d) {
 }
 
 // Devices by channel, each channel in the scenario's order.
-std::map<int, std::vector<const ArcconfDevice*>> devices_by_channel(const ArcconfController& controller) {
+std::map<int, std::vector<const ArcconfDevice*>> devices_by_channel(
+    const ArcconfController& controller) {
   std::map<int, std::vector<const ArcconfDevice*>> channels;
-  for (const ArcconfDevice& device : controller.devices) channels[device.channel].push_back(&device);
+  for (const ArcconfDevice& device : controller.devices)
+    channels[device.channel].push_back(&device);
   return channels;
 }
 
@@ -102,8 +110,8 @@ Reply list_report(const Lab& lab) {
   for (std::size_t i = 0; i < lab.scenario.arcconf.size(); ++i) {
     const ArcconfController& c = lab.scenario.arcconf[i];
     std::string number = std::to_string(i + 1);
-    lines.push_back(pad_right("   Controller " + number + ":", 29) + ": Optimal, Slot " + number + ", HBA, " + c.model +
-                    ", " + c.serial + ", 50000D1E000" + number + "0000");
+    lines.push_back(pad_right("   Controller " + number + ":", 29) + ": Optimal, Slot " + number +
+                    ", HBA, " + c.model + ", " + c.serial + ", 50000D1E000" + number + "0000");
   }
   return arcconf_success(lines);
 }
@@ -113,12 +121,15 @@ Reply physical_device_report(const Lab& lab, std::size_t controllerNumber) {
   std::vector<std::string> title = titled("Physical Device information");
   lines.insert(lines.end(), title.begin(), title.end());
   int enclosureId = 0;
-  for (const auto& [channel, devices] : devices_by_channel(lab.scenario.arcconf[controllerNumber - 1])) {
+  for (const auto& [channel, devices] :
+       devices_by_channel(lab.scenario.arcconf[controllerNumber - 1])) {
     lines.push_back("      Channel #" + std::to_string(channel) + ":");
     for (const ArcconfDevice* d : devices) {
       lines.push_back("         Device #" + std::to_string(d->device));
       std::vector<std::string> block =
-          d->kind == DeviceKind::HardDrive ? drive_block(*d) : enclosure_block(lab, controllerNumber, *d, enclosureId++);
+          d->kind == DeviceKind::HardDrive
+              ? drive_block(*d)
+              : enclosure_block(lab, controllerNumber, *d, enclosureId++);
       lines.insert(lines.end(), block.begin(), block.end());
     }
   }

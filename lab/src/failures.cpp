@@ -6,7 +6,8 @@ namespace lab {
 
 namespace {
 
-bool applies(const LabState& state, const FailureRule& rule, Tool tool, const std::string& argLine) {
+bool applies(const LabState& state, const FailureRule& rule, Tool tool,
+             const std::string& argLine) {
   if (!rule.anyTool && rule.tool != tool) return false;
   if (rule.once && state.spentFailures.count(rule.line)) return false;
   return glob_match(rule.pattern, argLine);

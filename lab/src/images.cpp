@@ -7,7 +7,9 @@ namespace lab {
 
 namespace {
 
-std::string base_name(const std::string& path) { return path.substr(path.find_last_of("/\\") + 1); }
+std::string base_name(const std::string& path) {
+  return path.substr(path.find_last_of("/\\") + 1);
+}
 
 const Image* declared_image(const Scenario& scenario, const std::string& argument) {
   for (const Image& image : scenario.images)
@@ -17,7 +19,8 @@ const Image* declared_image(const Scenario& scenario, const std::string& argumen
 
 }  // namespace
 
-ImageLookup find_image(const Scenario& scenario, const std::string& cwd, const std::string& argument) {
+ImageLookup find_image(const Scenario& scenario, const std::string& cwd,
+                       const std::string& argument) {
   namespace fs = std::filesystem;
   ImageLookup lookup;
   fs::path path(argument);

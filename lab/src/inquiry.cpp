@@ -10,8 +10,10 @@ constexpr unsigned char kEnclosureServices = 0x0d;
 constexpr unsigned char kDirectAccess = 0x00;
 constexpr unsigned char kEncServBit = 0x40;
 
-void put_text(std::vector<unsigned char>& bytes, std::size_t offset, std::size_t length, const std::string& text) {
-  for (std::size_t i = 0; i < length; ++i) bytes[offset + i] = static_cast<unsigned char>(i < text.size() ? text[i] : ' ');
+void put_text(std::vector<unsigned char>& bytes, std::size_t offset, std::size_t length,
+              const std::string& text) {
+  for (std::size_t i = 0; i < length; ++i)
+    bytes[offset + i] = static_cast<unsigned char>(i < text.size() ? text[i] : ' ');
 }
 
 }  // namespace

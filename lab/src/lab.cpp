@@ -13,9 +13,13 @@ std::string find_scenario_path() {
   return named && *named ? named : "lab.scenario";
 }
 
-std::string state_path(const std::string& scenario) { return scenario + ".state"; }
+std::string state_path(const std::string& scenario) {
+  return scenario + ".state";
+}
 
-std::string calls_path(const std::string& scenario) { return scenario + ".calls"; }
+std::string calls_path(const std::string& scenario) {
+  return scenario + ".calls";
+}
 
 Lab load_lab(const std::string& scenario) {
   Lab lab;
@@ -24,11 +28,16 @@ Lab load_lab(const std::string& scenario) {
   return lab;
 }
 
-void save_lab(const std::string& scenario, const Lab& lab) { save_state(state_path(scenario), lab.state); }
+void save_lab(const std::string& scenario, const Lab& lab) {
+  save_state(state_path(scenario), lab.state);
+}
 
-const char* tool_name(Tool tool) { return tool == Tool::Arcconf ? "arcconf.exe" : "storcli64.exe"; }
+const char* tool_name(Tool tool) {
+  return tool == Tool::Arcconf ? "arcconf.exe" : "storcli64.exe";
+}
 
-void record_call(const std::string& scenario, Tool tool, const std::string& cwd, const std::vector<std::string>& args) {
+void record_call(const std::string& scenario, Tool tool, const std::string& cwd,
+                 const std::vector<std::string>& args) {
   std::ofstream out(calls_path(scenario), std::ios::binary | std::ios::app);
   out << tool_name(tool) << '\t' << cwd << '\t' << join_args(args) << '\n';
   if (!out) throw LabError(calls_path(scenario), 0, "cannot append to the call record");
@@ -39,11 +48,12 @@ std::string storcli_key(std::size_t controller, const std::string& eid) {
 }
 
 std::string arcconf_key(std::size_t controllerNumber, const ArcconfDevice& device) {
-  return "arcconf/" + std::to_string(controllerNumber) + "/" + std::to_string(device.channel) + "/" +
-         std::to_string(device.device);
+  return "arcconf/" + std::to_string(controllerNumber) + "/" + std::to_string(device.channel) +
+         "/" + std::to_string(device.device);
 }
 
-std::string installed_version(const Lab& lab, const std::string& key, ImageKind kind, const std::string& scenarioVersion) {
+std::string installed_version(const Lab& lab, const std::string& key, ImageKind kind,
+                              const std::string& scenarioVersion) {
   auto expander = lab.state.expanders.find(key);
   if (expander == lab.state.expanders.end()) return scenarioVersion;
   auto installed = expander->second.installed.find(kind);
@@ -59,7 +69,8 @@ std::vector<std::string> power_cycle(LabState& state) {
   for (auto& [key, expander] : state.expanders) {
     for (const auto& [kind, image] : expander.staged) {
       expander.installed[kind] = image.version;
-      changes.push_back(key + (kind == ImageKind::Psoc ? " psoc " : " main ") + image.version + " (" + image.file + ")");
+      changes.push_back(key + (kind == ImageKind::Psoc ? " psoc " : " main ") + image.version +
+                        " (" + image.file + ")");
     }
     expander.staged.clear();
   }

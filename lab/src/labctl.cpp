@@ -20,13 +20,16 @@ std::string staged_text(const LabState& state, const std::string& key, ImageKind
   return staged->second.version + " (" + staged->second.file + ")";
 }
 
-std::string or_dash(const std::string& text) { return text.empty() ? "-" : text; }
+std::string or_dash(const std::string& text) {
+  return text.empty() ? "-" : text;
+}
 
 void add_storcli_rows(const Lab& lab, TextTable& table) {
   for (std::size_t c = 0; c < lab.scenario.storcli.size(); ++c) {
     for (const StorcliEnclosure& e : lab.scenario.storcli[c].enclosures) {
       std::string key = storcli_key(c, e.eid);
-      table.add_row({key, e.productId, or_dash(installed_version(lab, key, ImageKind::Main, e.mainVersion)),
+      table.add_row({key, e.productId,
+                     or_dash(installed_version(lab, key, ImageKind::Main, e.mainVersion)),
                      staged_text(lab.state, key, ImageKind::Main),
                      or_dash(installed_version(lab, key, ImageKind::Psoc, e.psocVersion)),
                      staged_text(lab.state, key, ImageKind::Psoc)});
@@ -47,7 +50,8 @@ void add_arcconf_rows(const Lab& lab, TextTable& table) {
     for (const ArcconfDevice& d : lab.scenario.arcconf[c].devices) {
       if (d.kind != DeviceKind::Expander) continue;
       std::string key = arcconf_key(c + 1, d);
-      table.add_row({key, d.model, arcconf_main_text(lab, key, d), staged_text(lab.state, key, ImageKind::Main),
+      table.add_row({key, d.model, arcconf_main_text(lab, key, d),
+                     staged_text(lab.state, key, ImageKind::Main),
                      or_dash(installed_version(lab, key, ImageKind::Psoc, d.psocVersion)),
                      staged_text(lab.state, key, ImageKind::Psoc)});
     }
@@ -63,7 +67,8 @@ void show_spent_failures(const Lab& lab, std::ostream& out) {
 int show(const std::string& scenario, std::ostream& out) {
   Lab lab = load_lab(scenario);
   out << "Scenario " << scenario << "\n\n";
-  TextTable table({{"Expander"}, {"Product"}, {"Main"}, {"Main staged"}, {"PSoC"}, {"PSoC staged"}});
+  TextTable table(
+      {{"Expander"}, {"Product"}, {"Main"}, {"Main staged"}, {"PSoC"}, {"PSoC staged"}});
   add_storcli_rows(lab, table);
   add_arcconf_rows(lab, table);
   for (const std::string& line : table.lines()) out << line << '\n';
@@ -96,7 +101,8 @@ int usage(std::ostream& err) {
 
 }  // namespace
 
-int run_labctl(const std::vector<std::string>& args, const std::string& scenario, std::ostream& out, std::ostream& err) {
+int run_labctl(const std::vector<std::string>& args, const std::string& scenario, std::ostream& out,
+               std::ostream& err) {
   if (args.size() != 1) return usage(err);
   try {
     if (args[0] == "show") return show(scenario, out);

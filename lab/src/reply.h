@@ -12,7 +12,9 @@ struct Reply {
   std::string tail;  // printed last, with no line end after it
 
   void add(const std::string& line) { lines.push_back(line); }
-  void add(const std::vector<std::string>& more) { lines.insert(lines.end(), more.begin(), more.end()); }
+  void add(const std::vector<std::string>& more) {
+    lines.insert(lines.end(), more.begin(), more.end());
+  }
 };
 
 // The exact bytes of the output; every line ends in CR LF or LF as the scenario says.

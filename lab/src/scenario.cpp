@@ -61,7 +61,8 @@ void read_enclosure(Scenario& scenario, const Statement& statement) {
   enclosure.port = attrs.optional("port", enclosure.port);
   attrs.finish();
   for (const StorcliEnclosure& other : scenario.storcli.back().enclosures)
-    if (other.eid == enclosure.eid) attrs.fail("enclosure id " + enclosure.eid + " is already used on this controller");
+    if (other.eid == enclosure.eid)
+      attrs.fail("enclosure id " + enclosure.eid + " is already used on this controller");
   scenario.storcli.back().enclosures.push_back(enclosure);
 }
 
@@ -69,14 +70,16 @@ void read_arcconf_controller(Scenario& scenario, const Statement& statement) {
   Attributes attrs(statement, scenario.file);
   ArcconfController controller;
   controller.model = attrs.required("model");
-  controller.serial = attrs.optional("serial", "8A" + std::to_string(4711000 + scenario.arcconf.size()));
+  controller.serial =
+      attrs.optional("serial", "8A" + std::to_string(4711000 + scenario.arcconf.size()));
   attrs.finish();
   scenario.arcconf.push_back(controller);
 }
 
 std::string default_sas_address(std::size_t controller, const ArcconfDevice& device) {
   std::ostringstream text;
-  text << "50000d1e" << std::hex << (0x10000000 + controller * 0x10000 + device.channel * 0x100 + device.device);
+  text << "50000d1e" << std::hex
+       << (0x10000000 + controller * 0x10000 + device.channel * 0x100 + device.device);
   return text.str();
 }
 
@@ -109,9 +112,10 @@ void add_device(Scenario& scenario, Attributes& attrs, ArcconfDevice device) {
   ArcconfController& controller = scenario.arcconf.back();
   for (const ArcconfDevice& other : controller.devices)
     if (other.channel == device.channel && other.device == device.device)
-      attrs.fail("channel " + std::to_string(device.channel) + " device " + std::to_string(device.device) +
-                 " is already used on this controller");
-  if (device.sasAddress.empty()) device.sasAddress = default_sas_address(scenario.arcconf.size(), device);
+      attrs.fail("channel " + std::to_string(device.channel) + " device " +
+                 std::to_string(device.device) + " is already used on this controller");
+  if (device.sasAddress.empty())
+    device.sasAddress = default_sas_address(scenario.arcconf.size(), device);
   controller.devices.push_back(device);
 }
 
@@ -122,7 +126,8 @@ void read_device(Scenario& scenario, const Statement& statement, DeviceKind kind
   if (kind == DeviceKind::Expander) read_expander_fields(attrs, device);
   if (kind == DeviceKind::VirtualEnclosure) device.connector = attrs.optional("connector");
   if (kind == DeviceKind::HardDrive) device.size = attrs.optional("size", "1144641 MB");
-  device.inquiryVersion = device.inquiryVersion.empty() ? device.firmware.substr(0, 20) : device.inquiryVersion;
+  device.inquiryVersion =
+      device.inquiryVersion.empty() ? device.firmware.substr(0, 20) : device.inquiryVersion;
   add_device(scenario, attrs, device);
 }
 
@@ -141,7 +146,8 @@ void read_image(Scenario& scenario, const Statement& statement) {
 
 void read_failure_tool(Attributes& attrs, FailureRule& rule) {
   std::string tool = attrs.optional("tool", "any");
-  if (tool != "any" && tool != "storcli" && tool != "arcconf") attrs.fail("'tool' must be storcli, arcconf or any");
+  if (tool != "any" && tool != "storcli" && tool != "arcconf")
+    attrs.fail("'tool' must be storcli, arcconf or any");
   rule.anyTool = tool == "any";
   rule.tool = tool == "arcconf" ? Tool::Arcconf : Tool::Storcli;
 }
@@ -153,7 +159,8 @@ void read_failure(Scenario& scenario, const Statement& statement) {
   read_failure_tool(attrs, rule);
   rule.pattern = attrs.required("match");
   std::string status = attrs.optional_number("status", "1");
-  if (status.size() > 3 || std::stoi(status) < 1 || std::stoi(status) > 255) attrs.fail("'status' must be 1 to 255");
+  if (status.size() > 3 || std::stoi(status) < 1 || std::stoi(status) > 255)
+    attrs.fail("'status' must be 1 to 255");
   rule.status = std::stoi(status);
   rule.once = attrs.flag("once");
   if (attrs.flag("always") && rule.once) attrs.fail("say either 'once' or 'always'");
@@ -170,9 +177,12 @@ const std::map<std::string, Reader>& readers() {
       {"storcli-controller", read_storcli_controller},
       {"enclosure", read_enclosure},
       {"arcconf-controller", read_arcconf_controller},
-      {"expander", [](Scenario& s, const Statement& st) { read_device(s, st, DeviceKind::Expander); }},
-      {"drive", [](Scenario& s, const Statement& st) { read_device(s, st, DeviceKind::HardDrive); }},
-      {"virtual-enclosure", [](Scenario& s, const Statement& st) { read_device(s, st, DeviceKind::VirtualEnclosure); }},
+      {"expander",
+       [](Scenario& s, const Statement& st) { read_device(s, st, DeviceKind::Expander); }},
+      {"drive",
+       [](Scenario& s, const Statement& st) { read_device(s, st, DeviceKind::HardDrive); }},
+      {"virtual-enclosure",
+       [](Scenario& s, const Statement& st) { read_device(s, st, DeviceKind::VirtualEnclosure); }},
       {"image", read_image},
       {"fail", read_failure},
   };
@@ -190,7 +200,8 @@ Scenario parse_scenario(const std::string& text, const std::string& file) {
   for (int number = 1; std::getline(lines, line); ++number) {
     if (!parse_statement(line, number, file, statement)) continue;
     auto reader = readers().find(statement.keyword);
-    if (reader == readers().end()) throw LabError(file, number, "unknown keyword '" + statement.keyword + "'");
+    if (reader == readers().end())
+      throw LabError(file, number, "unknown keyword '" + statement.keyword + "'");
     reader->second(scenario, statement);
   }
   return scenario;

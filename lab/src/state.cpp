@@ -11,7 +11,9 @@ namespace lab {
 
 namespace {
 
-const char* kind_name(ImageKind kind) { return kind == ImageKind::Psoc ? "psoc" : "main"; }
+const char* kind_name(ImageKind kind) {
+  return kind == ImageKind::Psoc ? "psoc" : "main";
+}
 
 ImageKind kind_from_name(const std::string& name, const std::string& file, int line) {
   if (name == "main") return ImageKind::Main;
@@ -19,11 +21,13 @@ ImageKind kind_from_name(const std::string& name, const std::string& file, int l
   throw LabError(file, line, "image kind must be main or psoc, not '" + name + "'");
 }
 
-void read_state_line(LabState& state, const std::vector<std::string>& words, const std::string& file, int line) {
+void read_state_line(LabState& state, const std::vector<std::string>& words,
+                     const std::string& file, int line) {
   if (words[0] == "installed" && words.size() == 4) {
     state.expanders[words[1]].installed[kind_from_name(words[2], file, line)] = words[3];
   } else if (words[0] == "staged" && words.size() == 5) {
-    state.expanders[words[1]].staged[kind_from_name(words[2], file, line)] = StagedImage{words[3], words[4]};
+    state.expanders[words[1]].staged[kind_from_name(words[2], file, line)] =
+        StagedImage{words[3], words[4]};
   } else if (words[0] == "spent" && words.size() == 2 && is_decimal(words[1])) {
     state.spentFailures.insert(std::stoi(words[1]));
   } else {
@@ -52,7 +56,8 @@ std::string format_state(const LabState& state) {
     for (const auto& [kind, version] : expander.installed)
       out << "installed " << key << ' ' << kind_name(kind) << ' ' << version << '\n';
     for (const auto& [kind, image] : expander.staged)
-      out << "staged " << key << ' ' << kind_name(kind) << ' ' << image.file << ' ' << image.version << '\n';
+      out << "staged " << key << ' ' << kind_name(kind) << ' ' << image.file << ' ' << image.version
+          << '\n';
   }
   for (int line : state.spentFailures) out << "spent " << line << '\n';
   return out.str();

@@ -24,7 +24,7 @@ struct ExpanderState {
 
 struct LabState {
   std::map<std::string, ExpanderState> expanders;  // by expander key, see lab.h
-  std::set<int> spentFailures;                      // scenario lines of fired once-only rules
+  std::set<int> spentFailures;                     // scenario lines of fired once-only rules
 };
 
 LabState parse_state(const std::string& text, const std::string& file);

@@ -14,7 +14,10 @@ std::vector<std::string> tokenize(const std::string& text, int line, const std::
   bool inWord = false, quoted = false;
   for (char c : text) {
     if (quoted) {
-      if (c == '"') quoted = false; else word += c;
+      if (c == '"')
+        quoted = false;
+      else
+        word += c;
     } else if (c == '"') {
       quoted = inWord = true;
     } else if (c == ' ' || c == '\t' || c == '\r') {

@@ -36,7 +36,8 @@ ObjectPath parse_object(const std::string& word) {
   return path;
 }
 
-const StorcliEnclosure* find_enclosure(const StorcliController& controller, const std::string& eid) {
+const StorcliEnclosure* find_enclosure(const StorcliController& controller,
+                                       const std::string& eid) {
   for (const StorcliEnclosure& enclosure : controller.enclosures)
     if (enclosure.eid == eid) return &enclosure;
   return nullptr;
@@ -49,13 +50,27 @@ struct DownloadForm {
   std::string mode, bufferId;
 };
 
+// Takes "prefix" followed by a value, case aside, into the field.
+bool take_value(const std::string& word, const std::string& prefix, bool& given,
+                std::string& value) {
+  if (!starts_with_ci(word, prefix)) return false;
+  given = true;
+  value = word.substr(prefix.size());
+  return true;
+}
+
+bool take_flag(const std::string& word, const std::string& name, bool& given) {
+  if (!equals_ci(word, name)) return false;
+  given = true;
+  return true;
+}
+
 bool read_download_word(const std::string& word, DownloadForm& form) {
-  if (starts_with_ci(word, "src=")) { form.hasSrc = true; form.src = word.substr(4); return true; }
-  if (starts_with_ci(word, "mode=")) { form.hasMode = true; form.mode = word.substr(5); return true; }
-  if (starts_with_ci(word, "bufferid=")) { form.hasBuffer = true; form.bufferId = word.substr(9); return true; }
-  if (equals_ci(word, "offline")) { form.offline = true; return true; }
-  if (equals_ci(word, "forceActivate")) { form.forceActivate = true; return true; }
-  return false;
+  return take_value(word, "src=", form.hasSrc, form.src) ||
+         take_value(word, "mode=", form.hasMode, form.mode) ||
+         take_value(word, "bufferid=", form.hasBuffer, form.bufferId) ||
+         take_flag(word, "offline", form.offline) ||
+         take_flag(word, "forceActivate", form.forceActivate);
 }
 
 // The tool takes a plain download, an offline download with a mode and a
@@ -63,25 +78,32 @@ bool read_download_word(const std::string& word, DownloadForm& form) {
 bool form_is_valid(const DownloadForm& form) {
   bool plain = !form.hasMode && !form.hasBuffer && !form.offline && !form.forceActivate;
   bool offline = form.offline && form.hasMode && form.hasBuffer;
-  bool mode5 = !form.offline && form.forceActivate && form.hasMode && form.mode == "5" && form.hasBuffer;
+  bool mode5 =
+      !form.offline && form.forceActivate && form.hasMode && form.mode == "5" && form.hasBuffer;
   return form.hasSrc && (plain || offline || mode5);
 }
 
-std::string download_problem(const StorcliEnclosure& enclosure, const DownloadForm& form, const Image& image) {
+std::string download_problem(const StorcliEnclosure& enclosure, const DownloadForm& form,
+                             const Image& image) {
   if (image.kind != ImageKind::Psoc) return std::string();
-  if (!form.hasBuffer) return "Image " + image.file + " is a PSoC image and needs a mode and a buffer id";
+  if (!form.hasBuffer)
+    return "Image " + image.file + " is a PSoC image and needs a mode and a buffer id";
   if (!enclosure.psocMode.empty() && form.mode != enclosure.psocMode)
-    return "Download mode " + form.mode + " is not supported by the PSoC of enclosure " + enclosure.eid;
+    return "Download mode " + form.mode + " is not supported by the PSoC of enclosure " +
+           enclosure.eid;
   return std::string();
 }
 
-Reply download(Lab& lab, const std::string& cwd, const ObjectPath& path, const std::vector<std::string>& args) {
+Reply download(Lab& lab, const std::string& cwd, const ObjectPath& path,
+               const std::vector<std::string>& args) {
   std::string subject = controller_subject(path.controller);
-  const StorcliEnclosure* enclosure = find_enclosure(lab.scenario.storcli[path.controller], path.eid);
+  const StorcliEnclosure* enclosure =
+      find_enclosure(lab.scenario.storcli[path.controller], path.eid);
   if (!enclosure) return storcli_failure(subject, kFailure, "Enclosure " + path.eid + " not found");
   DownloadForm form;
   for (std::size_t i = 2; i < args.size(); ++i)
-    if (!read_download_word(args[i], form)) return storcli_failure(subject, kFailure, "Syntax error at '" + args[i] + "'");
+    if (!read_download_word(args[i], form))
+      return storcli_failure(subject, kFailure, "Syntax error at '" + args[i] + "'");
   if (!form_is_valid(form)) return storcli_failure(subject, kFailure, "Invalid download options");
   ImageLookup lookup = find_image(lab.scenario, cwd, form.src);
   if (!lookup.image) return storcli_failure(subject, kFailure, lookup.problem);
@@ -92,14 +114,18 @@ Reply download(Lab& lab, const std::string& cwd, const ObjectPath& path, const s
 }
 
 bool is_show(const std::vector<std::string>& args) {
-  return (args.size() == 2 || (args.size() == 3 && equals_ci(args[2], "all"))) && equals_ci(args[1], "show");
+  return (args.size() == 2 || (args.size() == 3 && equals_ci(args[2], "all"))) &&
+         equals_ci(args[1], "show");
 }
 
-Reply controller_command(Lab& lab, const std::string& cwd, const ObjectPath& path, const std::vector<std::string>& args) {
+Reply controller_command(Lab& lab, const std::string& cwd, const ObjectPath& path,
+                         const std::vector<std::string>& args) {
   if (path.controller >= lab.scenario.storcli.size())
-    return storcli_failure(controller_subject(path.controller), kFailure, "Controller " + std::to_string(path.controller) + " not found");
+    return storcli_failure(controller_subject(path.controller), kFailure,
+                           "Controller " + std::to_string(path.controller) + " not found");
   if (!path.enclosure && is_show(args)) return controller_report(lab, path.controller);
-  if (path.eid == "all" && args.size() == 2 && equals_ci(args[1], "show")) return enclosure_report(lab, path.controller);
+  if (path.eid == "all" && args.size() == 2 && equals_ci(args[1], "show"))
+    return enclosure_report(lab, path.controller);
   if (path.enclosure && path.eid != "all" && args.size() > 1 && equals_ci(args[1], "download"))
     return download(lab, cwd, path, args);
   return storcli_failure(controller_subject(path.controller), kFailure, "Invalid command");
@@ -108,15 +134,18 @@ Reply controller_command(Lab& lab, const std::string& cwd, const ObjectPath& pat
 }  // namespace
 
 Reply storcli_answer(Lab& lab, const std::string& cwd, const std::vector<std::string>& args) {
-  if (args.size() == 2 && equals_ci(args[0], "show") && equals_ci(args[1], "ctrlcount")) return ctrlcount_report(lab);
+  if (args.size() == 2 && equals_ci(args[0], "show") && equals_ci(args[1], "ctrlcount"))
+    return ctrlcount_report(lab);
   ObjectPath path = args.empty() ? ObjectPath() : parse_object(args[0]);
   if (!path.valid) return storcli_failure(status_subject(kFailure), kFailure, "Invalid command");
   return controller_command(lab, cwd, path, args);
 }
 
-Reply storcli_injected_failure(const std::vector<std::string>& args, int status, const std::string& description) {
+Reply storcli_injected_failure(const std::vector<std::string>& args, int status,
+                               const std::string& description) {
   ObjectPath path = args.empty() ? ObjectPath() : parse_object(args[0]);
-  return storcli_failure(path.valid ? controller_subject(path.controller) : status_subject(status), status, description);
+  return storcli_failure(path.valid ? controller_subject(path.controller) : status_subject(status),
+                         status, description);
 }
 
 }  // namespace lab

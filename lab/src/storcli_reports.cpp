@@ -8,7 +8,8 @@ namespace lab {
 
 namespace {
 
-std::vector<std::string> header(const std::string& subject, bool success, const std::string& description) {
+std::vector<std::string> header(const std::string& subject, bool success,
+                                const std::string& description) {
   return {"CLI Version = 007.3100.0000.0000 Mar 04, 2024",
           "Operating system = Windows Server 2022",
           subject,
@@ -57,28 +58,44 @@ std::vector<std::string> controller_basics(const StorcliController& c, std::size
 }
 
 TextTable enclosure_table(const Lab& lab, std::size_t index) {
-  TextTable table({{"EID", true}, {"State"}, {"Slots", true}, {"PD", true}, {"PS", true}, {"Fans", true},
-                   {"TSs", true}, {"Alms", true}, {"SIM", true}, {"Port#"}, {"ProdID"}, {"VendorSpecific"}});
+  TextTable table({{"EID", true},
+                   {"State"},
+                   {"Slots", true},
+                   {"PD", true},
+                   {"PS", true},
+                   {"Fans", true},
+                   {"TSs", true},
+                   {"Alms", true},
+                   {"SIM", true},
+                   {"Port#"},
+                   {"ProdID"},
+                   {"VendorSpecific"}});
   for (const StorcliEnclosure& e : lab.scenario.storcli[index].enclosures) {
     // The version stands right behind the product id: the utility reads it there.
-    std::string version = installed_version(lab, storcli_key(index, e.eid), ImageKind::Main, e.mainVersion);
-    table.add_row({e.eid, e.state, e.slots, e.pd, e.ps, e.fans, e.tss, e.alms, e.sim, e.port, e.productId, version});
+    std::string version =
+        installed_version(lab, storcli_key(index, e.eid), ImageKind::Main, e.mainVersion);
+    table.add_row({e.eid, e.state, e.slots, e.pd, e.ps, e.fans, e.tss, e.alms, e.sim, e.port,
+                   e.productId, version});
   }
   return table;
 }
 
 std::vector<std::string> enclosure_legend() {
-  return {"",
-          "EID=Enclosure Device ID | PD=Physical drive count | PS=Power Supply count",
-          "TSs=Temperature sensor count | Alms=Alarm count | SIM=SIM Count | ProdID=Product Identification",
+  return {"", "EID=Enclosure Device ID | PD=Physical drive count | PS=Power Supply count",
+          "TSs=Temperature sensor count | Alms=Alarm count | SIM=SIM Count | ProdID=Product "
+          "Identification",
           ""};
 }
 
 }  // namespace
 
-std::string controller_subject(std::size_t controller) { return "Controller = " + std::to_string(controller); }
+std::string controller_subject(std::size_t controller) {
+  return "Controller = " + std::to_string(controller);
+}
 
-std::string status_subject(int status) { return "Status Code = " + std::to_string(status); }
+std::string status_subject(int status) {
+  return "Status Code = " + std::to_string(status);
+}
 
 Reply storcli_failure(const std::string& subject, int status, const std::string& description) {
   Reply reply;
@@ -123,7 +140,8 @@ Reply download_report(std::size_t controller, const std::string& eid, const Imag
   reply.add(header(controller_subject(controller), true, "None"));
   reply.add(section_title("Download Status"));
   reply.add("");
-  reply.add("Enclosure " + eid + " : image " + image.file + " downloaded; a power cycle activates it.");
+  reply.add("Enclosure " + eid + " : image " + image.file +
+            " downloaded; a power cycle activates it.");
   reply.add("");
   return reply;
 }

@@ -7,7 +7,9 @@ namespace lab {
 
 namespace {
 
-bool is_blank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+bool is_blank(char c) {
+  return c == ' ' || c == '\t' || c == '\r' || c == '\n';
+}
 
 }  // namespace
 
@@ -22,7 +24,9 @@ std::string to_lower(std::string text) {
   return text;
 }
 
-bool equals_ci(const std::string& a, const std::string& b) { return to_lower(a) == to_lower(b); }
+bool equals_ci(const std::string& a, const std::string& b) {
+  return to_lower(a) == to_lower(b);
+}
 
 bool starts_with_ci(const std::string& text, const std::string& prefix) {
   return text.size() >= prefix.size() && equals_ci(text.substr(0, prefix.size()), prefix);

@@ -9,13 +9,16 @@ namespace lab {
 
 TextTable::TextTable(std::vector<Column> columns) : columns_(std::move(columns)) {}
 
-void TextTable::add_row(const std::vector<std::string>& cells) { rows_.push_back(cells); }
+void TextTable::add_row(const std::vector<std::string>& cells) {
+  rows_.push_back(cells);
+}
 
 std::vector<std::size_t> TextTable::widths() const {
   std::vector<std::size_t> widths;
   for (const Column& column : columns_) widths.push_back(column.heading.size());
   for (const auto& row : rows_)
-    for (std::size_t i = 0; i < row.size() && i < widths.size(); ++i) widths[i] = std::max(widths[i], row[i].size());
+    for (std::size_t i = 0; i < row.size() && i < widths.size(); ++i)
+      widths[i] = std::max(widths[i], row[i].size());
   return widths;
 }
 

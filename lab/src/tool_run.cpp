@@ -26,7 +26,8 @@ Reply answer(Tool tool, Lab& lab, const std::string& cwd, const std::vector<std:
 
 }  // namespace
 
-ToolRun run_tool(Tool tool, const std::string& scenario, const std::string& cwd, const std::vector<std::string>& args) {
+ToolRun run_tool(Tool tool, const std::string& scenario, const std::string& cwd,
+                 const std::vector<std::string>& args) {
   Lab lab = load_lab(scenario);
   record_call(scenario, tool, cwd, args);
   Reply reply = answer(tool, lab, cwd, args);

@@ -15,7 +15,8 @@ struct ToolRun {
 
 // Records the call, fires any injected failure, answers the command and
 // keeps the state. Throws LabError when the scenario or state is faulty.
-ToolRun run_tool(Tool tool, const std::string& scenario, const std::string& cwd, const std::vector<std::string>& args);
+ToolRun run_tool(Tool tool, const std::string& scenario, const std::string& cwd,
+                 const std::vector<std::string>& args);
 
 // The stand-in's process: scenario from the environment, output to stdout
 // byte for byte, lab faults on stderr with status 2.

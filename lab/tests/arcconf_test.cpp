@@ -17,10 +17,12 @@ using lab_test::lines_of;
 const char* const kServer =
     "arcconf-controller model=\"Tarvex SmartHBA 2100-8i\"\n"
     "drive channel=0 device=0 vendor=SEAGATE model=ST1200 firmware=ST31 disk=PhysicalDrive0\n"
-    "expander channel=2 device=0 vendor=TARVEX model=X100 firmware=1.00 inquiry=1.02 psoc=0.9 connector=0 "
+    "expander channel=2 device=0 vendor=TARVEX model=X100 firmware=1.00 inquiry=1.02 psoc=0.9 "
+    "connector=0 "
     "expander-id=7 disk=Scsi2\n"
     "drive channel=2 device=1 vendor=HGST model=HUH7212 firmware=A3Z0\n"
-    "expander channel=2 device=2 vendor=TARVEX model=X100 firmware=1.00 connector=1 expander-id=8 state=Degraded\n"
+    "expander channel=2 device=2 vendor=TARVEX model=X100 firmware=1.00 connector=1 expander-id=8 "
+    "state=Degraded\n"
     "virtual-enclosure channel=2 device=9 vendor=TARVEX model=\"Virtual SGPIO\" firmware=0001\n"
     "image file=x100_fw.bin version=1.04\n"
     "image file=x100_psoc.bin version=1.0 kind=psoc\n";
@@ -37,7 +39,9 @@ std::string value_of(const std::string& line) {
 std::string connector_of(const std::string& location) {
   std::string part = location.substr(0, location.find(','));
   std::size_t blank = part.find(' ');
-  return location.find(',') == std::string::npos || blank == std::string::npos ? std::string() : lab::trim(part.substr(blank + 1));
+  return location.find(',') == std::string::npos || blank == std::string::npos
+             ? std::string()
+             : lab::trim(part.substr(blank + 1));
 }
 
 std::string char_after(const std::string& line, const std::string& key) {
@@ -47,15 +51,17 @@ std::string char_after(const std::string& line, const std::string& key) {
 
 void fill(Device& d, const std::string& line) {
   const std::pair<const char*, std::string Device::*> keys[] = {
-      {"Model", &Device::model}, {"Disk Name", &Device::diskName}, {"Firmware", &Device::firmware},
-      {"Vendor", &Device::vendor}, {"State", &Device::state}, {"Expander ID", &Device::expanderId}};
+      {"Model", &Device::model},       {"Disk Name", &Device::diskName},
+      {"Firmware", &Device::firmware}, {"Vendor", &Device::vendor},
+      {"State", &Device::state},       {"Expander ID", &Device::expanderId}};
   for (const auto& [key, member] : keys) {
     if (line.find(key) != std::string::npos) {
       d.*member = value_of(line);
       return;
     }
   }
-  if (line.find("Reported Location") != std::string::npos) d.connector = connector_of(value_of(line));
+  if (line.find("Reported Location") != std::string::npos)
+    d.connector = connector_of(value_of(line));
 }
 
 // Reads the physical device report the way the utility does: substring keys
@@ -72,7 +78,8 @@ std::vector<Device> utility_devices(const std::string& report) {
       channel = char_after(line, "Channel #");
     } else if (line.find("Device #") != std::string::npos) {
       std::string device = char_after(line, "Device #");
-      inBlock = ++i < lines.size() && lines[i].find("Device is an Enclosure Services Device") != std::string::npos;
+      inBlock = ++i < lines.size() &&
+                lines[i].find("Device is an Enclosure Services Device") != std::string::npos;
       if (inBlock) devices.push_back(Device{channel, device, "", "", "", "", "", "", ""});
     } else if (inBlock) {
       fill(devices.back(), line);
@@ -83,13 +90,15 @@ std::vector<Device> utility_devices(const std::string& report) {
 
 std::vector<int> inquiry_bytes(const std::string& hexLine) {
   std::vector<int> bytes;
-  for (const std::string& token : lab::split_words(hexLine)) bytes.push_back(std::stoi(token, nullptr, 16));
+  for (const std::string& token : lab::split_words(hexLine))
+    bytes.push_back(std::stoi(token, nullptr, 16));
   return bytes;
 }
 
 std::string inquiry_version(const std::string& output) {
   std::vector<int> bytes = inquiry_bytes(lines_of(output).back());
-  return bytes.size() < 56 ? "short" : lab::trim(std::string(bytes.begin() + 36, bytes.begin() + 56));
+  return bytes.size() < 56 ? "short"
+                           : lab::trim(std::string(bytes.begin() + 36, bytes.begin() + 56));
 }
 
 const std::string kInquiry = " read 512 [ 12 00 00 02 00 00 ] rawhex noprompt";
@@ -154,15 +163,23 @@ TEST_F(Arcconf, InquiryHexIsTheLastLineWithoutLineEnd) {
 TEST_F(Arcconf, CommandsAgainstWrongTargetsFail) {
   expect_failure("getconfig 2 PD", "Invalid controller number.");
   expect_failure("PASSTHROUGH 1 2 5" + kInquiry, "No device found at channel 2, device 5.");
-  expect_failure("PASSTHROUGH 1 2 0 read 512 [ 28 00 00 02 00 00 ] rawhex noprompt", "Only INQUIRY can be read from this device.");
-  expect_failure("PASSTHROUGH 1 2 1 write [ 3B 0E 02 00 00 00 01 a2 f3 00 ] x100_psoc.bin noprompt", "The device is not an expander.");
-  expect_failure("expanderupgrade 1 enclosure 1 2 0 expander x100_fw.bin E noprompt", "No expander behind connector 1.");
-  expect_failure("expanderupgrade 1 enclosure 0 2 0 cpld x100_fw.bin E noprompt", "This enclosure has no cpld to upgrade.");
+  expect_failure("PASSTHROUGH 1 2 0 read 512 [ 28 00 00 02 00 00 ] rawhex noprompt",
+                 "Only INQUIRY can be read from this device.");
+  expect_failure("PASSTHROUGH 1 2 1 write [ 3B 0E 02 00 00 00 01 a2 f3 00 ] x100_psoc.bin noprompt",
+                 "The device is not an expander.");
+  expect_failure("expanderupgrade 1 enclosure 1 2 0 expander x100_fw.bin E noprompt",
+                 "No expander behind connector 1.");
+  expect_failure("expanderupgrade 1 enclosure 0 2 0 cpld x100_fw.bin E noprompt",
+                 "This enclosure has no cpld to upgrade.");
   // An empty connector leaves the shell one word short.
-  expect_failure("expanderupgrade 1 enclosure 2 0 expander x100_fw.bin E noprompt", "Invalid expanderupgrade command.");
-  expect_failure("expanderupgrade 1 enclosure 0 2 0 expander x100_psoc.bin E noprompt", "Image x100_psoc.bin is not an expander image.");
-  expect_failure("expanderupgrade 1 enclosure 0 2 0 expander absent.bin E noprompt", "Image file absent.bin not found.");
-  expect_failure("expanderupgrade 1 enclosure 0 2 0 expander x100_fw.bin E", "Invalid expanderupgrade command.");
+  expect_failure("expanderupgrade 1 enclosure 2 0 expander x100_fw.bin E noprompt",
+                 "Invalid expanderupgrade command.");
+  expect_failure("expanderupgrade 1 enclosure 0 2 0 expander x100_psoc.bin E noprompt",
+                 "Image x100_psoc.bin is not an expander image.");
+  expect_failure("expanderupgrade 1 enclosure 0 2 0 expander absent.bin E noprompt",
+                 "Image file absent.bin not found.");
+  expect_failure("expanderupgrade 1 enclosure 0 2 0 expander x100_fw.bin E",
+                 "Invalid expanderupgrade command.");
 }
 
 TEST_F(Arcconf, WriteBufferChecksLengthAgainstImage) {
@@ -170,12 +187,19 @@ TEST_F(Arcconf, WriteBufferChecksLengthAgainstImage) {
                  "Parameter list length 107252 does not match the 107251 bytes of x100_psoc.bin.");
   expect_failure("PASSTHROUGH 1 2 0 write [ 3B 0E 02 00 00 00 00 07 d0 00 ] x100_fw.bin noprompt",
                  "Image x100_fw.bin is not a PSoC image.");
-  expect_failure("PASSTHROUGH 1 2 0 write [ 3B 0E 02 00 00 01 a2 f3 00 ] x100_psoc.bin noprompt", "Invalid passthrough write command.");
-  EXPECT_EQ(lab::load_state(scenario + ".state").expanders.size(), 0u) << "a failed write stages nothing";
-  lab::ToolRun run = arcconf("PASSTHROUGH 1 2 0 write [ 3B 0E 02 00 00 00 01 a2 f3 00 ] x100_psoc.bin noprompt");
+  expect_failure("PASSTHROUGH 1 2 0 write [ 3B 0E 02 00 00 01 a2 f3 00 ] x100_psoc.bin noprompt",
+                 "Invalid passthrough write command.");
+  EXPECT_EQ(lab::load_state(scenario + ".state").expanders.size(), 0u)
+      << "a failed write stages nothing";
+  lab::ToolRun run =
+      arcconf("PASSTHROUGH 1 2 0 write [ 3B 0E 02 00 00 00 01 a2 f3 00 ] x100_psoc.bin noprompt");
   EXPECT_EQ(run.status, 0) << run.output;
   EXPECT_EQ(lines_of(run.output).back(), "Command completed successfully.");
-  EXPECT_EQ(lab::load_state(scenario + ".state").expanders["arcconf/1/2/0"].staged[lab::ImageKind::Psoc].version, "1.0");
+  EXPECT_EQ(lab::load_state(scenario + ".state")
+                .expanders["arcconf/1/2/0"]
+                .staged[lab::ImageKind::Psoc]
+                .version,
+            "1.0");
 }
 
 TEST_F(Arcconf, UpgradeTakesEffectAtPowerCycle) {

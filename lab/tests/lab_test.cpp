@@ -1,3 +1,5 @@
+#include "lab.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -5,7 +7,6 @@
 #include <sstream>
 #include <string>
 
-#include "lab.h"
 #include "lab_error.h"
 #include "labctl.h"
 #include "support.h"
@@ -18,10 +19,12 @@ using lab_test::lines_of;
 using lab_test::only_value;
 
 const char* const kServer =
-    "storcli-controller product=\"Tarvex 9500-16i HBA\" subvendor=0x1F3A subdevice=0x4110 driver=tvsas3\n"
+    "storcli-controller product=\"Tarvex 9500-16i HBA\" subvendor=0x1F3A subdevice=0x4110 "
+    "driver=tvsas3\n"
     "enclosure eid=2 product=ABC36X version=1.2.3 psoc=0.9\n"
     "arcconf-controller model=\"Tarvex SmartHBA 2100-8i\"\n"
-    "expander channel=2 device=0 vendor=TARVEX model=X100 firmware=1.00 psoc=0.9 connector=0 expander-id=7\n"
+    "expander channel=2 device=0 vendor=TARVEX model=X100 firmware=1.00 psoc=0.9 connector=0 "
+    "expander-id=7\n"
     "image file=fw.rom version=1.2.4\n"
     "image file=psoc.rom version=1.0 kind=psoc\n";
 
@@ -49,7 +52,9 @@ class Lab : public lab_test::LabTest {
 };
 
 TEST_F(Lab, OnceOnlyFailureFiresOnceAndStagesNothing) {
-  write_scenario(std::string(kServer) + "fail tool=storcli match=\"/c0/e2 download src=fw.rom*\" status=4 once message=\"Enclosure is busy\"\n");
+  write_scenario(std::string(kServer) +
+                 "fail tool=storcli match=\"/c0/e2 download src=fw.rom*\" status=4 once "
+                 "message=\"Enclosure is busy\"\n");
   lab::ToolRun failed = storcli("/c0/e2 download src=fw.rom mode=E offline bufferid=0");
   EXPECT_EQ(failed.status, 4);
   EXPECT_TRUE(has_line(failed.output, "Controller = 0"));
@@ -65,7 +70,8 @@ TEST_F(Lab, OnceOnlyFailureFiresOnceAndStagesNothing) {
 
 TEST_F(Lab, AlwaysFailureFiresEveryTimeForItsToolOnly) {
   write_scenario(std::string(kServer) +
-                 "fail tool=arcconf match=\"PASSTHROUGH 1 2 0 read *\" status=9 message=\"Device not responding\"\n"
+                 "fail tool=arcconf match=\"PASSTHROUGH 1 2 0 read *\" status=9 message=\"Device "
+                 "not responding\"\n"
                  "fail match=\"show ctrlcount\" status=3 always\n");
   for (int call = 0; call < 2; ++call) {
     lab::ToolRun run = arcconf("PASSTHROUGH 1 2 0 read 512 [ 12 00 00 02 00 00 ] rawhex noprompt");
@@ -101,14 +107,17 @@ TEST_F(Lab, LineEndsFollowTheScenario) {
     ASSERT_TRUE(i > 0 && crlf[i - 1] == '\r') << "bare line feed at byte " << i;
   }
   EXPECT_GT(lineFeeds, 10u);
-  std::string inquiry = arcconf("PASSTHROUGH 1 2 0 read 512 [ 12 00 00 02 00 00 ] rawhex noprompt").output;
-  EXPECT_NE(inquiry.find(".\r\n0d 00"), std::string::npos) << "the line before the data ends in CR LF";
+  std::string inquiry =
+      arcconf("PASSTHROUGH 1 2 0 read 512 [ 12 00 00 02 00 00 ] rawhex noprompt").output;
+  EXPECT_NE(inquiry.find(".\r\n0d 00"), std::string::npos)
+      << "the line before the data ends in CR LF";
   EXPECT_EQ(inquiry.substr(inquiry.size() - 3), " 00") << "the data line has no line end";
 
   write_scenario(std::string("line-ends lf\n") + kServer);
   EXPECT_EQ(storcli("/c0/eall show").output.find('\r'), std::string::npos);
   write_scenario(kServer);
-  EXPECT_EQ(storcli("/c0/eall show").output.find('\r'), std::string::npos) << "LF unless the scenario asks for CR LF";
+  EXPECT_EQ(storcli("/c0/eall show").output.find('\r'), std::string::npos)
+      << "LF unless the scenario asks for CR LF";
 }
 
 TEST_F(Lab, LabctlShowsPowerCyclesAndResets) {
@@ -137,7 +146,9 @@ TEST_F(Lab, LabctlRefusesWrongCommandsAndFaultyLabs) {
   write_scenario("storcli-controller product=P\n");
   std::string message;
   EXPECT_EQ(labctl("show", &message), 2);
-  EXPECT_NE(message.find("lab.scenario:1: storcli-controller: 'subvendor=' is missing"), std::string::npos) << message;
+  EXPECT_NE(message.find("lab.scenario:1: storcli-controller: 'subvendor=' is missing"),
+            std::string::npos)
+      << message;
   EXPECT_EQ(labctl("reboot", &message), 2);
   EXPECT_NE(message.find("usage: labctl show | powercycle | reset"), std::string::npos);
 }
@@ -149,7 +160,8 @@ TEST_F(Lab, FaultyStateFileIsNamedWithItsLine) {
     storcli("show ctrlcount");
     FAIL() << "a faulty state file must stop the tool";
   } catch (const lab::LabError& error) {
-    EXPECT_EQ(std::string(error.what()), scenario + ".state:2: not a state line; 'labctl reset' starts afresh");
+    EXPECT_EQ(std::string(error.what()),
+              scenario + ".state:2: not a state line; 'labctl reset' starts afresh");
   }
 }
 

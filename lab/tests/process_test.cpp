@@ -18,7 +18,8 @@ using lab_test::has_line;
 
 const char* const kServer =
     "line-ends crlf\n"
-    "storcli-controller product=\"Tarvex 9500-16i HBA\" subvendor=0x1F3A subdevice=0x4110 driver=tvsas3\n"
+    "storcli-controller product=\"Tarvex 9500-16i HBA\" subvendor=0x1F3A subdevice=0x4110 "
+    "driver=tvsas3\n"
     "enclosure eid=2 product=ABC36X version=1.2.3 psoc=0.9\n"
     "arcconf-controller model=\"Tarvex SmartHBA 2100-8i\"\n"
     "expander channel=2 device=0 vendor=TARVEX model=X100 firmware=1.00 connector=0 expander-id=7\n"
@@ -34,7 +35,9 @@ void set_scenario_variable(const std::string& path) {
 
 // std::system gives a wait status on POSIX (code in the second byte) and the
 // exit code itself on Windows; the lab's codes are all below 256.
-int exit_code(int raw) { return (raw & 0xff) == 0 ? raw >> 8 : raw; }
+int exit_code(int raw) {
+  return (raw & 0xff) == 0 ? raw >> 8 : raw;
+}
 
 class Programs : public lab_test::LabTest {
  protected:
@@ -51,7 +54,8 @@ class Programs : public lab_test::LabTest {
 
   // Runs a program in the scratch folder, its streams going to "out" and "err".
   int run(const char* program, const std::string& args) {
-    std::string command = fs::absolute(program).make_preferred().string() + " " + args + " > out 2> err";
+    std::string command =
+        fs::absolute(program).make_preferred().string() + " " + args + " > out 2> err";
     return exit_code(std::system(command.c_str()));
   }
 
@@ -68,7 +72,8 @@ TEST_F(Programs, ReportReachesTheFileByteForByte) {
 }
 
 TEST_F(Programs, InquiryFileEndsWithTheDataLine) {
-  ASSERT_EQ(run(LAB_ARCCONF, "PASSTHROUGH 1 2 0 read 512 [ 12 00 00 02 00 00 ] rawhex noprompt"), 0);
+  ASSERT_EQ(run(LAB_ARCCONF, "PASSTHROUGH 1 2 0 read 512 [ 12 00 00 02 00 00 ] rawhex noprompt"),
+            0);
   std::string written = read_file("out");
   ASSERT_GT(written.size(), 512u * 3);
   EXPECT_EQ(written.substr(written.size() - 3), " 00") << "no line end after the data";
@@ -84,7 +89,9 @@ TEST_F(Programs, FaultyScenarioIsToldOnStandardError) {
   write_scenario("line-ends crlf\nenclosure eid=2 product=ABC36X\n");
   EXPECT_EQ(run(LAB_ARCCONF, "list"), 2);
   EXPECT_EQ(read_file("out"), "");
-  EXPECT_NE(read_file("err").find("lab.scenario:2: enclosure: needs a storcli-controller line above it"), std::string::npos)
+  EXPECT_NE(
+      read_file("err").find("lab.scenario:2: enclosure: needs a storcli-controller line above it"),
+      std::string::npos)
       << read_file("err");
 }
 
@@ -92,7 +99,8 @@ TEST_F(Programs, ScenarioNamedByTheEnvironment) {
   fs::create_directories("elsewhere");
   fs::rename("lab.scenario", "elsewhere/server.scenario");
   set_scenario_variable((fs::current_path() / "elsewhere" / "server.scenario").string());
-  EXPECT_EQ(lab::find_scenario_path(), (fs::current_path() / "elsewhere" / "server.scenario").string());
+  EXPECT_EQ(lab::find_scenario_path(),
+            (fs::current_path() / "elsewhere" / "server.scenario").string());
   ASSERT_EQ(run(LAB_STORCLI, "show ctrlcount"), 0);
   EXPECT_TRUE(has_line(read_file("out"), "Controller Count = 1"));
   EXPECT_TRUE(fs::exists("elsewhere/server.scenario.calls"));

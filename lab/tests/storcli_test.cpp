@@ -17,10 +17,12 @@ using lab_test::lines_of;
 using lab_test::only_value;
 
 const char* const kServer =
-    "storcli-controller product=\"Tarvex 9500-16i HBA\" subvendor=0x1F3A subdevice=0x4110 driver=tvsas3\n"
+    "storcli-controller product=\"Tarvex 9500-16i HBA\" subvendor=0x1F3A subdevice=0x4110 "
+    "driver=tvsas3\n"
     "enclosure eid=2 product=ABC36X version=1.2.3 psoc=0.9 slots=36 pd=12 port=\"C0 & C1 x8\"\n"
     "enclosure eid=69 product=SGPIO slots=8 sim=1\n"
-    "storcli-controller product=\"Tarvex 9560-8i RAID\" subvendor=0x1F3A subdevice=0x4212 driver=tvraid6\n"
+    "storcli-controller product=\"Tarvex 9560-8i RAID\" subvendor=0x1F3A subdevice=0x4212 "
+    "driver=tvraid6\n"
     "enclosure eid=62 product=ABC24X version=1.1.0 psoc=0.8 psoc-mode=5\n"
     "image file=fw.rom version=1.2.4\n"
     "image file=psoc.rom version=1.0 kind=psoc\n"
@@ -44,7 +46,8 @@ std::vector<Row> utility_rows(const std::string& report, const std::string& prod
       rows.push_back({lab::split_words(line)[0], lab::trim(rest)});
     }
     if (!inTable && line.find("Properties :") != std::string::npos) inProperties = true;
-    if (inProperties && !inTable && line.find("----------") != std::string::npos) inTable = ++rules == 2;
+    if (inProperties && !inTable && line.find("----------") != std::string::npos)
+      inTable = ++rules == 2;
   }
   return rows;
 }
@@ -61,7 +64,8 @@ class Storcli : public lab_test::LabTest {
   }
 
   std::string installed(std::size_t controller, const std::string& productId) {
-    std::vector<Row> rows = utility_rows(storcli("/c" + std::to_string(controller) + "/eall show").output, productId);
+    std::vector<Row> rows =
+        utility_rows(storcli("/c" + std::to_string(controller) + "/eall show").output, productId);
     return rows.size() == 1 ? rows[0].version : "rows: " + std::to_string(rows.size());
   }
 };
@@ -70,7 +74,8 @@ TEST_F(Storcli, ControllerCountAndHeader) {
   lab::ToolRun run = storcli("show ctrlcount");
   EXPECT_EQ(run.status, 0);
   EXPECT_EQ(only_value(run.output, "Controller Count = "), "2");
-  for (const char* line : {"Status Code = 0", "Status = Success", "Description = None"}) EXPECT_TRUE(has_line(run.output, line)) << line;
+  for (const char* line : {"Status Code = 0", "Status = Success", "Description = None"})
+    EXPECT_TRUE(has_line(run.output, line)) << line;
   EXPECT_EQ(lines_of(run.output)[0].rfind("CLI Version = ", 0), 0u);
   EXPECT_EQ(lines_of(run.output)[1].rfind("Operating system = ", 0), 0u);
 }
@@ -91,17 +96,24 @@ TEST_F(Storcli, EnclosureTableHasTheToolsShape) {
   auto properties = std::find(lines.begin(), lines.end(), "Properties :");
   ASSERT_NE(properties, lines.end());
   EXPECT_EQ(*(properties + 1), std::string(12, '='));
-  auto top = std::find_if(properties, lines.end(), [](const std::string& l) { return l.rfind("---", 0) == 0; });
+  auto top = std::find_if(properties, lines.end(),
+                          [](const std::string& l) { return l.rfind("---", 0) == 0; });
   ASSERT_GE(lines.end() - top, 6);
   const std::string rule = *top;
   EXPECT_EQ(rule.find_first_not_of('-'), std::string::npos);
-  EXPECT_EQ(*(top + 1), "EID State Slots PD PS Fans TSs Alms SIM Port#      ProdID VendorSpecific ");
+  EXPECT_EQ(*(top + 1),
+            "EID State Slots PD PS Fans TSs Alms SIM Port#      ProdID VendorSpecific ");
   EXPECT_EQ(*(top + 2), rule);
-  EXPECT_EQ(*(top + 3), "  2 OK       36 12  0    0   0    0   0 C0 & C1 x8 ABC36X 1.2.3          ");
-  EXPECT_EQ(*(top + 4), " 69 OK        8  0  0    0   0    0   1 -          SGPIO                 ");
+  EXPECT_EQ(*(top + 3),
+            "  2 OK       36 12  0    0   0    0   0 C0 & C1 x8 ABC36X 1.2.3          ");
+  EXPECT_EQ(*(top + 4),
+            " 69 OK        8  0  0    0   0    0   1 -          SGPIO                 ");
   EXPECT_EQ(*(top + 5), rule);
-  for (int i = 1; i <= 4; ++i) EXPECT_EQ((top + i)->size(), rule.size()) << "row " << i << " is as wide as the rules";
-  EXPECT_NE(std::find(top + 6, lines.end(), "EID=Enclosure Device ID | PD=Physical drive count | PS=Power Supply count"), lines.end());
+  for (int i = 1; i <= 4; ++i)
+    EXPECT_EQ((top + i)->size(), rule.size()) << "row " << i << " is as wide as the rules";
+  EXPECT_NE(std::find(top + 6, lines.end(),
+                      "EID=Enclosure Device ID | PD=Physical drive count | PS=Power Supply count"),
+            lines.end());
 }
 
 TEST_F(Storcli, UtilityReadsEnclosureIdAndVersion) {
@@ -124,8 +136,10 @@ TEST_F(Storcli, FailuresReportStatusAndDescription) {
       {"/c0/e2 download src=fw.rom mode=E bufferid=0", "Invalid download options"},
       {"/c0/e2 download src=psoc.rom mode=5 bufferid=2", "Invalid download options"},
       {"/c0/e2 download src=fw.rom speed=2", "Syntax error at 'speed=2'"},
-      {"/c0/e2 download src=psoc.rom", "Image psoc.rom is a PSoC image and needs a mode and a buffer id"},
-      {"/c1/e62 download src=psoc.rom mode=E offline bufferid=2", "Download mode E is not supported by the PSoC of enclosure 62"},
+      {"/c0/e2 download src=psoc.rom",
+       "Image psoc.rom is a PSoC image and needs a mode and a buffer id"},
+      {"/c1/e62 download src=psoc.rom mode=E offline bufferid=2",
+       "Download mode E is not supported by the PSoC of enclosure 62"},
       {"/c0/eall download src=fw.rom", "Invalid command"},
       {"show all", "Invalid command"},
   };
@@ -135,7 +149,8 @@ TEST_F(Storcli, FailuresReportStatusAndDescription) {
     EXPECT_TRUE(has_line(run.output, "Status = Failure")) << c.args;
     EXPECT_EQ(only_value(run.output, "Description = "), c.description) << c.args;
   }
-  EXPECT_EQ(lab::load_state(scenario + ".state").expanders.size(), 0u) << "a failed download stages nothing";
+  EXPECT_EQ(lab::load_state(scenario + ".state").expanders.size(), 0u)
+      << "a failed download stages nothing";
 }
 
 TEST_F(Storcli, EveryDownloadFormStagesTheImage) {

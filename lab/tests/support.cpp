@@ -12,7 +12,8 @@ namespace lab_test {
 
 void LabTest::SetUp() {
   const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-  fs::path path = fs::current_path() / "scratch" / (std::string(info->test_suite_name()) + "." + info->name());
+  fs::path path =
+      fs::current_path() / "scratch" / (std::string(info->test_suite_name()) + "." + info->name());
   fs::remove_all(path);
   fs::create_directories(path);
   dir = path.string();
@@ -61,7 +62,8 @@ bool has_line(const std::string& output, const std::string& line) {
 std::string only_value(const std::string& output, const std::string& key) {
   std::vector<std::string> found;
   for (const std::string& line : lines_of(output))
-    if (line.find(key) != std::string::npos) found.push_back(line.substr(line.find(key) + key.size()));
+    if (line.find(key) != std::string::npos)
+      found.push_back(line.substr(line.find(key) + key.size()));
   EXPECT_EQ(found.size(), 1u) << "lines holding '" << key << "'";
   return found.empty() ? std::string() : found.front();
 }
