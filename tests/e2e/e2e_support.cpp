@@ -65,7 +65,7 @@ int exit_code_of(int status)
 
 }  // namespace
 
-const std::string E2ETest::BANNER =
+const std::string BANNER =
     "\n"
     "***************************************\n"
     " Tarvex Expander Firmware Update Utilty\n"
@@ -154,6 +154,19 @@ std::vector<std::string> E2ETest::log_lines() const
     while (std::getline(log, line))
         lines.push_back(line.size() >= TIMESTAMP_LENGTH ? line.substr(TIMESTAMP_LENGTH) : line);
     return lines;
+}
+
+std::vector<std::string> E2ETest::calls() const
+{
+    std::vector<std::string> calls;
+    std::istringstream record(file("lab.scenario.calls"));
+    std::string line;
+    while (std::getline(record, line)) {
+        const std::size_t tool_end = line.find('\t');
+        const std::size_t cwd_end = line.find('\t', tool_end + 1);
+        calls.push_back(line.substr(0, tool_end) + " " + line.substr(cwd_end + 1));
+    }
+    return calls;
 }
 
 bool has_run(const std::vector<std::string>& lines, const std::vector<std::string>& expected)

@@ -15,6 +15,9 @@
 #include <string>
 #include <vector>
 
+// The banner every run starts with.
+extern const std::string BANNER;
+
 struct RunResult {
     int exit_code = -1;
     std::string console;  // standard output, CR LF read as LF
@@ -44,11 +47,11 @@ protected:
     // Runs the lab control program on this directory's scenario.
     std::string labctl(const std::string& arguments) const;
 
+    // The lab's record of the tool calls, one "tool args" text per call.
+    std::vector<std::string> calls() const;
+
     // The log's lines without their timestamps, CR LF read as LF.
     std::vector<std::string> log_lines() const;
-
-    // The banner every run starts with.
-    static const std::string BANNER;
 
 private:
     std::filesystem::path dir_;
