@@ -16,12 +16,6 @@ std::int32_t ARCCONF_UTL::exec_cmd(std::string command, std::string output_file)
     return status;
 }
 
-void ARCCONF_UTL::getAdapterList()
-{
-    logBegin("ARCCONF_UTL::getAdapterList");
-    logEnd("ARCCONF_UTL::getAdapterList");
-}
-
 void ARCCONF_UTL::clear()
 {
     logBegin("ARCCONF_UTL::clear");

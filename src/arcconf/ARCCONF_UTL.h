@@ -9,6 +9,10 @@
 #include <string>
 #include <vector>
 
+// The tool's name as every command starts with it: its trailing blank and the
+// leading blank of each verb put two blanks behind the name.
+inline const std::string ARCCONF_TOOL = "arcconf.exe ";
+
 class ARCCONF_UTL {
 public:
     ARCCONF_UTL() = delete;
@@ -25,12 +29,13 @@ public:
 
     // Fills `adapters` with controllers 1..N from the tool's listing.
     static void getAdapterList();
-    // The count behind the last "Controllers found:" of the listing; `count`
-    // is left alone when the file cannot be opened.
+    // The count behind the last "Controllers found:" of the listing, 0 when
+    // negative; `count` is left alone when the file cannot be opened.
     static void parse_list(std::string file, std::uint32_t& count);
 
     // Fills `expanders` from each controller's physical device report.
     static void getExpanderList();
+    // Appends each enclosure services device of one controller's report.
     static void parse_getconfig_pd(MCHP_ADAPTER* adapter, std::string file);
     // The trimmed text behind the first ':' of a report line.
     static std::string get_value(std::string line);
