@@ -15,3 +15,8 @@ MCHP_DEVICE::~MCHP_DEVICE()
 {
     logMessage("destruct device");
 }
+
+std::string MCHP_DEVICE::output_file(const std::string& stem) const
+{
+    return stem + adapter->adapterIndex + "_" + channel + "_" + deviceIndex;
+}
