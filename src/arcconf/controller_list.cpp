@@ -8,6 +8,9 @@ namespace {
 
 const std::string LISTING_FILE = "arrconf_list.log";
 const std::string COUNT_KEY = "Controllers found:";
+// No server has more; a listing that says so would have the run make a
+// record and run a report command for each of billions of controllers.
+constexpr std::uint32_t MAX_CONTROLLERS = 1000;
 
 // A line that holds the key replaces the count text with what follows the
 // key's first occurrence; any other line leaves it alone.
@@ -29,6 +32,14 @@ std::uint32_t count_of(const std::string& text)
     return static_cast<std::uint32_t>(number);
 }
 
+std::uint32_t controllers_to_list(std::uint32_t count)
+{
+    if (count <= MAX_CONTROLLERS)
+        return count;
+    logMessage("Controller count above 1000, controllers from 1001 on are not listed");
+    return MAX_CONTROLLERS;
+}
+
 }  // namespace
 
 void ARCCONF_UTL::getAdapterList()
@@ -37,7 +48,8 @@ void ARCCONF_UTL::getAdapterList()
     if (exec_cmd(ARCCONF_TOOL + " list", LISTING_FILE) == 0) {
         std::uint32_t count = 0;
         parse_list(LISTING_FILE, count);
-        for (std::uint32_t i = 0; i < count; ++i)
+        const std::uint32_t listed = controllers_to_list(count);
+        for (std::uint32_t i = 0; i < listed; ++i)
             adapters.push_back(new MCHP_ADAPTER(i + 1));
     }
     logEnd("ARCCONF_UTL::getAdapterList");

@@ -75,14 +75,22 @@ TEST_F(ArcconfControllerListTest, NoExactKeyOrNoNumberListsNothing)
     }
 }
 
-TEST_F(ArcconfControllerListTest, ANegativeCountListsNothingAtOnce)
+TEST_F(ArcconfControllerListTest, ANegativeOrHugeCountListsAtOnce)
 {
     const auto start = std::chrono::steady_clock::now();
     EXPECT_TRUE(listed("Controllers found: -1\n").empty());
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
     EXPECT_TRUE(log_has_run({"num = -1", "Controller count is negative, no controller listed",
                              "**********ARCCONF_UTL::parse_list End ******* "}));
     EXPECT_TRUE(listed("Controllers found: -2147483649\n").empty());
+
+    EXPECT_EQ(listed("Controllers found: 1000\n").size(), 1000u);
+    EXPECT_FALSE(log_has_run({"Controller count above 1000, controllers from 1001 on are not listed"}));
+    const std::vector<std::string> numbers = listed("Controllers found: 2147483647\n");
+    ASSERT_EQ(numbers.size(), 1000u);
+    EXPECT_EQ(numbers.back(), "1000");
+    EXPECT_TRUE(log_has_run({"**********ARCCONF_UTL::parse_list End ******* ",
+                             "Controller count above 1000, controllers from 1001 on are not listed"}));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
 }
 
 TEST_F(ArcconfControllerListTest, AListingThatCannotBeOpenedLeavesTheCountAlone)
