@@ -200,3 +200,19 @@ TEST_F(ArcconfTest, BothFamiliesReadAMissingProfile)
     const std::string told = "ERROR: Could not open profile file missing.txt!\nProfile information is not supported.\n";
     EXPECT_EQ(run.console, BANNER + told + told);
 }
+
+TEST_F(ArcconfTest, AFailedListingOrDeviceReportFindsNothing)
+{
+    server("fail tool=arcconf match=\"getconfig 1 PD\" status=3\n");
+    RunResult run = this->run("-p profile.txt");
+    EXPECT_EQ(run.exit_code, 171);
+    EXPECT_EQ(run.console, BANNER + NOTHING_FOUND);
+    EXPECT_TRUE(has_run(log_lines(), {"Expander number = 0", "result = 171"}));
+
+    server("fail tool=arcconf match=\"list\" status=3\n");
+    labctl("reset");
+    run = this->run("-p profile.txt");
+    EXPECT_EQ(run.exit_code, 171);
+    EXPECT_EQ(run.console, BANNER + NOTHING_FOUND);
+    EXPECT_EQ(calls(), std::vector<std::string>{"arcconf.exe list"});
+}
