@@ -4,6 +4,7 @@
 #include "arcconf/flash_fw_mchp.h"
 #include "diagnostics/log.h"
 #include "run/exit_codes.h"
+#include "run/run_ending.h"
 #include "run/run_state.h"
 
 #include <iostream>
@@ -12,23 +13,17 @@ namespace {
 
 const std::string DASH_LINE = "------------------------------------";
 
-// What happened to the devices whose download was tried.
-struct UpdateTally {
-    std::int32_t attempted = 0;
-    std::int32_t failed = 0;
-    std::int32_t succeeded = 0;
-
-    void count(std::int32_t flash_result)
-    {
-        if (flash_result == MCHP_FLASH_UP_TO_DATE)
-            return;
-        ++attempted;
-        if (flash_result == MCHP_FLASH_WRITTEN)
-            ++succeeded;
-        else
-            ++failed;
-    }
-};
+// Up to date moves no counter; any result but written is a failure.
+void count(UpdateTally& tally, std::int32_t flash_result)
+{
+    if (flash_result == MCHP_FLASH_UP_TO_DATE)
+        return;
+    ++tally.needed;
+    if (flash_result == MCHP_FLASH_WRITTEN)
+        ++tally.succeeded;
+    else
+        ++tally.failed;
+}
 
 // The first row whose product id is the whole model, case and all.
 const SupportProfile* matching_profile(const std::string& model)
@@ -49,28 +44,15 @@ bool update_devices(UpdateTally& tally)
         if (profile == nullptr)
             continue;
         matched = true;
-        tally.count(flash_fw_mchp(device, profile));
+        count(tally, flash_fw_mchp(device, profile));
     }
     return matched;
 }
 
-// One of three endings; any failure makes the run's result 1.
+// Any failure makes the run's result 1.
 std::int32_t summarize(const UpdateTally& tally)
 {
-    if (tally.attempted == 0) {
-        std::cout << "All expanders' firmware are up-to-date." << std::endl;
-        return RESULT_OK;
-    }
-    if (tally.failed == 0) {
-        std::cout << "All expander(s) firmware download success." << std::endl;
-        std::cout << "System power cycle is required to activate the download firmware images"
-                  << std::endl;
-        return RESULT_OK;
-    }
-    std::cout << tally.failed << " expander(s) firmware download fail." << std::endl;
-    if (tally.succeeded > 0)
-        std::cout << tally.succeeded << " expander(s) firmware download success." << std::endl;
-    return RESULT_SOME_FAILED;
+    return show_ending(tally) == RunEnding::some_failed ? RESULT_SOME_FAILED : RESULT_OK;
 }
 
 std::int32_t discover_and_update()

@@ -4,6 +4,7 @@
 #include "diagnostics/tool_runner.h"
 #include "profile/SupportProfile.h"
 #include "run/exit_codes.h"
+#include "run/run_ending.h"
 #include "run/run_state.h"
 #include "storcli/StorcliAdapter.h"
 #include "storcli/StorcliExpander.h"
@@ -19,13 +20,6 @@ namespace {
 constexpr std::uint32_t MAX_CONTROLLERS = 1000;
 const std::string ACCEPTED_SVID = "0x1F3A";
 const std::string DASH_LINE = "------------------------------------";
-
-// What happened to the expanders that were worked on.
-struct UpdateTally {
-    std::int32_t needed = 0;
-    std::int32_t failed = 0;
-    std::int32_t succeeded = 0;
-};
 
 std::uint32_t controllers_to_serve()
 {
@@ -90,25 +84,12 @@ std::int32_t update_expanders(UpdateTally& tally)
     return result;
 }
 
-// One of three endings; with failures and nothing written the last
-// update's result stands.
+// With failures and nothing written, the last update's result stands.
 std::int32_t summarize(const UpdateTally& tally, std::int32_t last_result)
 {
-    if (tally.needed == 0) {
-        std::cout << "All expanders' firmware are up-to-date." << std::endl;
+    if (show_ending(tally) != RunEnding::some_failed)
         return RESULT_OK;
-    }
-    if (tally.failed == 0) {
-        std::cout << "All expander(s) firmware download success." << std::endl;
-        std::cout << "System power cycle is required to activate the download firmware images"
-                  << std::endl;
-        return RESULT_OK;
-    }
-    std::cout << tally.failed << " expander(s) firmware download fail." << std::endl;
-    if (tally.succeeded == 0)
-        return last_result;
-    std::cout << tally.succeeded << " expander(s) firmware download success." << std::endl;
-    return RESULT_SOME_FAILED;
+    return tally.succeeded == 0 ? last_result : RESULT_SOME_FAILED;
 }
 
 }  // namespace

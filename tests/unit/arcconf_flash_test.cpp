@@ -3,7 +3,7 @@
 
 #include "diagnostics/text.h"
 #include "run/run_state.h"
-#include "test_support.h"
+#include "arcconf_device_test.h"
 
 #include <algorithm>
 #include <chrono>
@@ -46,19 +46,13 @@ bool log_mentions(const std::vector<std::string>& lines, const std::string& part
 
 }  // namespace
 
-class ArcconfFlashTest : public ScratchTest {
+class ArcconfFlashTest : public ArcconfDeviceTest {
 protected:
     void SetUp() override
     {
-        ScratchTest::SetUp();
-        ARCCONF_UTL::test_mode = true;
-        ARCCONF_UTL::adapters.push_back(new MCHP_ADAPTER(1));
-        device_ = new MCHP_DEVICE("2", "0", "expander");
-        device_->adapter = ARCCONF_UTL::adapters[0];
-        device_->connectorId = "0";
+        ArcconfDeviceTest::SetUp();
         device_->model = "X100";
         device_->firmware = "1.2.3";
-        ARCCONF_UTL::expanders.push_back(device_);
         profile_.productId = "X100";
         profile_.targetVersion = "1.2.3";
         profile_.fwImage = "fw.bin";
@@ -77,7 +71,6 @@ protected:
         return result;
     }
 
-    MCHP_DEVICE* device_ = nullptr;
     SupportProfile profile_;
 };
 

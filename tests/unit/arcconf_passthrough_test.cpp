@@ -1,6 +1,6 @@
 #include "arcconf/ARCCONF_UTL.h"
 
-#include "test_support.h"
+#include "arcconf_device_test.h"
 
 #include <array>
 
@@ -28,17 +28,11 @@ std::string repeated_token(const std::string& token, std::size_t count)
 
 }  // namespace
 
-class ArcconfPassthroughTest : public ScratchTest {
+class ArcconfPassthroughTest : public ArcconfDeviceTest {
 protected:
     void SetUp() override
     {
-        ScratchTest::SetUp();
-        ARCCONF_UTL::test_mode = true;
-        ARCCONF_UTL::adapters.push_back(new MCHP_ADAPTER(1));
-        device_ = new MCHP_DEVICE("2", "0", "expander");
-        device_->adapter = ARCCONF_UTL::adapters[0];
-        device_->connectorId = "0";
-        ARCCONF_UTL::expanders.push_back(device_);
+        ArcconfDeviceTest::SetUp();
         std::filesystem::remove("log.txt");
     }
 
@@ -56,8 +50,6 @@ protected:
         ARCCONF_UTL::parse_rawHex_to_binary(text, bytes.data(), 512);
         return bytes;
     }
-
-    MCHP_DEVICE* device_ = nullptr;
 };
 
 TEST_F(ArcconfPassthroughTest, TheAnswerIsTheLastLineOnlyWithoutALineEnd)
