@@ -217,3 +217,17 @@ TEST_F(StorcliTest, AMissingToolCountsNoControllers)
     EXPECT_TRUE(has_run(log_lines(), {"**********getAdapterCount Begin ******* ",
                                       "command = .\\storcli64.exe  show ctrlcount  >ctrlcount.rst"}));
 }
+
+TEST_F(StorcliTest, AHugeProfileIsReadWholeAndItsLastRowServes)
+{
+    std::string profile;
+    for (int i = 0; i < 100000; ++i)
+        profile += "P" + std::to_string(i) + "X,aux,1.0,f.rom,aux,p.rom,E,2,1\n";
+    profile += std::string(1 << 20, 'x') + ",aux,1.0,f.rom,aux,p.rom,E,2,0\r\n";
+    profile += "ABC36X,aux,1.2.4,abc36x_fw.rom,aux,abc36x_psoc.rom,E,2,0\n";
+    server(HBA + "enclosure eid=2 product=ABC36X version=1.2.4\n", profile);
+    const RunResult run = this->run("-p profile.txt");
+    EXPECT_EQ(run.exit_code, 0);
+    EXPECT_EQ(run.console, console({expander("ABC36X", "2", "1.2.4", UP_TO_DATE)}, ALL_UP_TO_DATE));
+    EXPECT_TRUE(has_run(log_lines(), {"profiles number: = 100002", "**********read_profiles End ******* "}));
+}
