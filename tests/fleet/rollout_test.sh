@@ -90,6 +90,9 @@ done
 rollout 2
 for server in up-to-date storcli-behind arcconf-behind partly-failing failing; do
   expect_text "$summary" "| $server | ok | 0 | every expander up to date |"
+  # Nothing new to copy and nothing written: the recap shows no change.
+  grep -qE "^$server +: ok=[0-9]+ +changed=0 +unreachable=0 +failed=0 " "$scratch/rollout-2.out" ||
+    fail "$server: recap of roll-out 2 is not all ok"
 done
 expect_text "$summary" "| no-expander | failed | 171 | no expander to work on | 0 | 0 | 0 |"
 
