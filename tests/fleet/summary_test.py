@@ -34,10 +34,8 @@ All expander(s) firmware download success.
 System power cycle is required to activate the download firmware images
 """
 
-STORCLI_FAILED_LAST_UP_TO_DATE = BANNER + """
-2 Expander(s) Found.
-
-
+# Storcli expanders as the console shows them, each behind a dash line.
+ABC36X_FAILED = """
 ------------------------------------
 Product ID: ABC36X
 EID:        2
@@ -45,33 +43,25 @@ Installed Version:1.2.3
 Target Version:   1.2.4
 Start to download firmware image, please wait....
 Image download fail.
+"""
 
+ABC24X_UP_TO_DATE = """
 ------------------------------------
 Product ID: ABC24X
 EID:        3
 Installed Version:1.2.4
 Target Version:   1.2.4
 Firmware version is up-to-date.
-------------------------------------
-
-1 expander(s) firmware download fail.
 """
 
-STORCLI_LAST_FAILED = BANNER + """
-1 Expander(s) Found.
+
+def storcli_run_with_one_failure(*expanders):
+    return (BANNER + "\n%d Expander(s) Found.\n\n" % len(expanders) + "".join(expanders)
+            + "------------------------------------\n\n1 expander(s) firmware download fail.\n")
 
 
-------------------------------------
-Product ID: ABC36X
-EID:        2
-Installed Version:1.2.3
-Target Version:   1.2.4
-Start to download firmware image, please wait....
-Image download fail.
-------------------------------------
-
-1 expander(s) firmware download fail.
-"""
+STORCLI_FAILED_LAST_UP_TO_DATE = storcli_run_with_one_failure(ABC36X_FAILED, ABC24X_UP_TO_DATE)
+STORCLI_LAST_FAILED = storcli_run_with_one_failure(ABC36X_FAILED)
 
 BAD_COMMAND_LINE = BANNER + """
 Parameters are missing or incorrect.
