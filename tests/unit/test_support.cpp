@@ -1,8 +1,5 @@
 #include "test_support.h"
 
-#include "arcconf/ARCCONF_UTL.h"
-#include "diagnostics/log.h"
-#include "run/run_state.h"
 
 #include <algorithm>
 #include <fstream>
@@ -73,29 +70,4 @@ bool ScratchTest::log_has_run(const std::vector<std::string>& expected)
 {
     const std::vector<std::string> lines = log_lines();
     return std::search(lines.begin(), lines.end(), expected.begin(), expected.end()) != lines.end();
-}
-
-void reset_run_state()
-{
-    // No copy of the log unless a test asks for one.
-    logAlsoTo("");
-    Options = ProgramOptions{};
-    ADAPTER_COUNT = 0;
-    WAIT_SECONDS = 0;
-    PSOC_UPDATE_FLAG = false;
-    FORCE_ACTIVATE_FLAG = false;
-    Profiles.clear();
-    for (StorcliExpander* expander : Expanders)
-        delete expander;
-    Expanders.clear();
-    for (StorcliAdapter* adapter : Adapters)
-        delete adapter;
-    Adapters.clear();
-    for (MCHP_DEVICE* device : ARCCONF_UTL::expanders)
-        delete device;
-    ARCCONF_UTL::expanders.clear();
-    for (MCHP_ADAPTER* adapter : ARCCONF_UTL::adapters)
-        delete adapter;
-    ARCCONF_UTL::adapters.clear();
-    ARCCONF_UTL::test_mode = false;
 }

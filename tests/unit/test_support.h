@@ -2,6 +2,8 @@
 // its working directory: the log and the reports land there.
 #pragma once
 
+#include "run_state_reset.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -26,6 +28,3 @@ private:
     std::filesystem::path previous_;
     std::filesystem::path scratch_;
 };
-
-// Empties every global of the run, freeing what the lists own.
-void reset_run_state();
