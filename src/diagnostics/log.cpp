@@ -3,7 +3,6 @@
 #include <cstdarg>
 #include <cstdio>
 #include <ctime>
-#include <filesystem>
 #include <fstream>
 #include <vector>
 
@@ -62,12 +61,6 @@ void write_line(const std::string& text)
     const std::string line = logTimestamp() + text;
     append_line(LogFilePath, line);
     keep_for_copy({line, true});
-}
-
-bool names_main_log(const std::string& path)
-{
-    std::error_code error;
-    return std::filesystem::equivalent(path, LogFilePath, error);
 }
 
 }  // namespace
@@ -145,16 +138,14 @@ void logPrintf(const char* format, ...)
 
 void logAlsoTo(const std::string& path)
 {
-    copy_state = CopyState::off;
-    if (!path.empty()) {
-        copy_path = path;
+    copy_path = path;
+    copy_state = path.empty() ? CopyState::off : CopyState::on;
+    if (copy_state == CopyState::on) {
+        // Made even when the run has no line to copy yet.
         append_unended(copy_path, "");
-        if (!names_main_log(copy_path))
-            copy_state = CopyState::on;
-    }
-    if (copy_state == CopyState::on)
         for (const LogPiece& piece : pieces_before_decision)
             copy_piece(piece);
+    }
     pieces_before_decision.clear();
     pieces_before_decision.shrink_to_fit();
 }

@@ -35,5 +35,5 @@ void logPrintf(const char* format, ...);
 // The per-run log of "-l": from now on every log line is also appended to
 // `path`, and so are the lines this run wrote before the call. An empty path
 // ends the copying; lines of the run are kept for a copy only until the first
-// call. A path that names ./log.txt itself, or cannot be opened, copies nothing.
+// call. A path that cannot be opened copies nothing.
 void logAlsoTo(const std::string& path);

@@ -118,6 +118,8 @@ std::string byte_to_hex(std::uint32_t value)
 
 std::int32_t get_file_size(std::string path, std::int64_t& size)
 {
+    if (!platform::is_regular_file(path))
+        return 1;
     FILE* file = std::fopen(path.c_str(), "rb");
     if (file == nullptr)
         return 1;

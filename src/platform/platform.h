@@ -15,13 +15,17 @@ namespace platform {
 // On POSIX a leading ".\" (a tool in the working directory) becomes "./".
 int run_shell(const std::string& line);
 
+// Whether `path` names a regular file (links followed). A folder or a FIFO
+// is no file to read: opening a FIFO would block until a writer comes.
+bool is_regular_file(const std::string& path);
+
 // Blocks the program for the given milliseconds.
 void sleep_milliseconds(std::uint32_t milliseconds);
 
-// Reads a file line by line as a Windows text-mode stream does, on both
-// platforms: a CR right before a line end is dropped, a last line without a
-// line end is still a line, and a read past a final line end empties the
-// line while a read past an unterminated last line leaves it alone.
+// Reads a file line by line, alike on both platforms: a CR right before a
+// line end is dropped, a last line without a line end is still a line, and a
+// read past a final line end empties the line while a read past an
+// unterminated last line leaves it alone. Only a regular file opens.
 class TextFile {
 public:
     enum class Access { read, read_write };

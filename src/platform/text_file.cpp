@@ -1,5 +1,7 @@
 #include "platform/platform.h"
 
+#include <filesystem>
+
 namespace platform {
 
 namespace {
@@ -16,9 +18,16 @@ std::ios::openmode open_mode(TextFile::Access access)
 
 }  // namespace
 
-TextFile::TextFile(const std::string& path, Access access)
-    : stream_(path, open_mode(access))
+bool is_regular_file(const std::string& path)
 {
+    std::error_code error;
+    return std::filesystem::is_regular_file(path, error);
+}
+
+TextFile::TextFile(const std::string& path, Access access)
+{
+    if (is_regular_file(path))
+        stream_.open(path, open_mode(access));
 }
 
 bool TextFile::is_open() const

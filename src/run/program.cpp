@@ -5,6 +5,7 @@
 #include "diagnostics/log.h"
 #include "run/command_line.h"
 #include "run/exit_codes.h"
+#include "run/log_copy.h"
 #include "run/run_state.h"
 #include "storcli/adapter_count.h"
 #include "storcli/run_loop.h"
@@ -25,13 +26,26 @@ std::int32_t ask_arcconf_family(std::int32_t result)
     return result;
 }
 
+// The -l name, unless the copy would land in a file of the run; a refused
+// name is left untouched, and the log says why.
+std::string log_copy_target()
+{
+    if (Options.log_file.empty())
+        return "";
+    const std::string refusal = log_copy_refusal(Options.log_file, Options.profile_file);
+    if (refusal.empty())
+        return Options.log_file;
+    logValue(refusal, Options.log_file);
+    return "";
+}
+
 }  // namespace
 
 std::int32_t run_program(int argc, char* argv[])
 {
     show_banner();
     std::int32_t result = parseArgs(argc, argv, Options);
-    logAlsoTo(Options.log_file);
+    logAlsoTo(log_copy_target());
     if (result != 0) {
         std::cout << "Parameters are missing or incorrect." << std::endl;
         show_usage();

@@ -1,6 +1,9 @@
 #include "platform/platform.h"
+#include "run/log_copy.h"
 
 #include "test_support.h"
+
+#include "diagnostics/text.h"
 
 #include <cstdlib>
 
@@ -56,6 +59,48 @@ TEST_F(PlatformTest, ReadWriteAccessNeedsAnExistingFile)
     write_file("there", "1");
     EXPECT_TRUE(platform::TextFile("there", platform::TextFile::Access::read_write).is_open());
     EXPECT_FALSE(platform::TextFile("missing").is_open());
+}
+
+TEST_F(PlatformTest, OnlyARegularFileOpens)
+{
+    std::filesystem::create_directory("folder");
+    EXPECT_FALSE(platform::is_regular_file("folder"));
+    EXPECT_FALSE(platform::TextFile("folder").is_open());
+    std::int64_t size = 0;
+    EXPECT_EQ(get_file_size("folder", size), 1);
+    if (platform::run_shell("mkfifo fifo 2>/dev/null") != 0)
+        GTEST_SKIP() << "no FIFOs here";
+    // Opening a FIFO would wait for a writer that never comes.
+    EXPECT_FALSE(platform::TextFile("fifo").is_open());
+    EXPECT_EQ(get_file_size("fifo", size), 1);
+}
+
+TEST_F(PlatformTest, TheLogCopyNeverGoesToAFileOfTheRun)
+{
+    write_file("profile.txt", "ABC36X,aux,1.2.4,fw.rom,aux,sub/psoc.rom,E,2,0\n");
+    write_file("notes.txt", "to do\n");
+    write_file("old.log", "[2022-04-06 10:15:02] **********parseArgs Begin ******* \n");
+    write_file("empty.log", "");
+    std::filesystem::create_directory("sub");
+    const std::string RUN_FILE = "log copy refused, a file the run reads or writes";
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {"profile.txt", RUN_FILE},           {"sub/../Profile.TXT", RUN_FILE},
+        {"log.txt", RUN_FILE},               {"./log.txt", RUN_FILE},
+        {"fw.rom", RUN_FILE},                {"sub/psoc.rom", RUN_FILE},
+        {"ctrlcount.rst", RUN_FILE},         {"./show_0_log", RUN_FILE},
+        {"sub/../show_eall_12_log", RUN_FILE}, {"SHOW_1_LOG", RUN_FILE},
+        {"fw_download_log_0_2", RUN_FILE},   {"psoc_download_log_0_2_t1", RUN_FILE},
+        {"arrconf_list.log", RUN_FILE},      {"getconfigpd_1", RUN_FILE},
+        {"inq_1_2_0", RUN_FILE},             {"write_buffer_1_2_0", RUN_FILE},
+        {"expanderupgrade_1_2_0", RUN_FILE}, {"sub", "log copy refused, not a regular file"},
+        {"notes.txt", "log copy refused, the file holds no log"},
+        {"run.log", ""},                     {"old.log", ""},
+        {"empty.log", ""},                   {"sub/show_0_log", ""},
+        {"show_x_log", ""},                  {"psoc.rom", ""},
+    };
+    for (const auto& [name, refusal] : cases)
+        EXPECT_EQ(log_copy_refusal(name, "profile.txt"), refusal) << name;
+    EXPECT_EQ(log_copy_refusal("fw.rom", ""), "");
 }
 
 TEST_F(PlatformTest, ShellGivesThePlainExitCode)
