@@ -1,0 +1,3 @@
+#ifdef _WIN32
+int shell_status = 1;
+#endif

@@ -1,0 +1,2 @@
+#include "platform/platform.h"
+#include "run/run_state.h"
