@@ -63,10 +63,10 @@ void write_controller_report(const std::string& dir, unsigned controller)
     std::ofstream(dir + "/show_" + std::to_string(controller) + "_log")
         << "Generating detailed summary of the adapter, it may take a while to complete.\n\n"
         << REPORT_HEADER << "Controller = " << controller << "\nStatus = Success\n"
-        << "Description = None\n\nProduct Name = Tarvex 9500-16i HBA\n"
+        << "Description = None\n\nProduct Name = Tarvex TX-1600 HBA\n"
         << "Serial Number = SKC04e1f" << controller << "\nFW Version = 24.00.01.00\n"
-        << "Driver Name = tvsas3\nDriver Version = 3.2.1.0\nVendor Id = 0x1000\n"
-        << "Device Id = 0x00E6\nSubVendor Id = 0x1F3A\nSubDevice Id = 0x4110\n"
+        << "Driver Name = tvsas3\nDriver Version = 3.2.1.0\nVendor Id = 0x7A3F\n"
+        << "Device Id = 0x0016\nSubVendor Id = 0x1F3A\nSubDevice Id = 0x4110\n"
         << "Host Interface = PCI-E\nPhysical Drives = 20\n";
 }
 
@@ -106,7 +106,7 @@ void write_listing(const std::string& dir, unsigned controllers)
             << rule << "\n";
     for (unsigned c = 1; c <= controllers; ++c)
         listing << "   Controller " << c << ":             : Optimal, Slot " << c
-                << ", HBA, Tarvex SmartHBA 2100-8i, 8A47" << c << ", 50000D1E00010000\n";
+                << ", HBA, Tarvex TX-2100 HBA, 8A47" << c << ", 5F23A10E00010000\n";
     listing << "\nCommand completed successfully.\n";
 }
 
@@ -137,9 +137,9 @@ void write_drive_block(std::ofstream& report, unsigned device)
            << "            Device is a Hard drive\n"
            << "            State                              : Ready\n"
            << "            Block Size                         : 512 Bytes\n"
-           << "            Vendor                             : HGST\n"
-           << "            Model                              : HUH721212AL\n"
-           << "            Firmware                           : A3Z0\n"
+           << "            Vendor                             : TARVEX\n"
+           << "            Model                              : TXD-12T\n"
+           << "            Firmware                           : N4A1\n"
            << "            Total Size                         : 1144641 MB\n"
            << "            Disk Name                          : PhysicalDrive" << device << "\n";
 }

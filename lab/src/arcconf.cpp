@@ -8,9 +8,9 @@ namespace lab {
 
 namespace {
 
-constexpr int kFailure = 1;
-constexpr std::size_t kInquiryBlock = 6;
-constexpr std::size_t kWriteBufferBlock = 10;
+constexpr int FAILURE = 1;
+constexpr std::size_t INQUIRY_BLOCK = 6;
+constexpr std::size_t WRITE_BUFFER_BLOCK = 10;
 
 // A device addressed by controller, channel and device number.
 struct Target {
@@ -59,11 +59,11 @@ bool read_block(const std::vector<std::string>& args, std::size_t first, std::si
 Reply inquiry(const Lab& lab, const Target& target, const std::vector<std::string>& args) {
   std::vector<int> block;
   bool wellFormed = args.size() == 16 && is_decimal(args[5]) && args[5].size() <= 5 &&
-                    read_block(args, 6, kInquiryBlock, block) && equals_ci(args[14], "rawhex") &&
+                    read_block(args, 6, INQUIRY_BLOCK, block) && equals_ci(args[14], "rawhex") &&
                     equals_ci(args[15], "noprompt");
-  if (!wellFormed) return arcconf_failure(kFailure, "Invalid passthrough read command.");
+  if (!wellFormed) return arcconf_failure(FAILURE, "Invalid passthrough read command.");
   if (block[0] != 0x12)
-    return arcconf_failure(kFailure, "Only INQUIRY can be read from this device.");
+    return arcconf_failure(FAILURE, "Only INQUIRY can be read from this device.");
   const ArcconfDevice& d = *target.device;
   std::string version =
       installed_version(lab, arcconf_key(target.controller, d), ImageKind::Main, d.inquiryVersion);
@@ -79,53 +79,53 @@ std::size_t parameter_length(const std::vector<int>& block) {
 Reply write_buffer(Lab& lab, const std::string& cwd, const Target& target,
                    const std::vector<std::string>& args) {
   std::vector<int> block;
-  bool wellFormed = args.size() == 19 && read_block(args, 5, kWriteBufferBlock, block) &&
+  bool wellFormed = args.size() == 19 && read_block(args, 5, WRITE_BUFFER_BLOCK, block) &&
                     equals_ci(args[18], "noprompt");
-  if (!wellFormed) return arcconf_failure(kFailure, "Invalid passthrough write command.");
+  if (!wellFormed) return arcconf_failure(FAILURE, "Invalid passthrough write command.");
   if (block[0] != 0x3b)
-    return arcconf_failure(kFailure, "Only WRITE BUFFER can be written to this device.");
+    return arcconf_failure(FAILURE, "Only WRITE BUFFER can be written to this device.");
   if (target.device->kind != DeviceKind::Expander)
-    return arcconf_failure(kFailure, "The device is not an expander.");
+    return arcconf_failure(FAILURE, "The device is not an expander.");
   ImageLookup lookup = find_image(lab.scenario, cwd, args[17]);
-  if (!lookup.image) return arcconf_failure(kFailure, lookup.problem + ".");
+  if (!lookup.image) return arcconf_failure(FAILURE, lookup.problem + ".");
   if (parameter_length(block) != lookup.size)
-    return arcconf_failure(kFailure, "Parameter list length " +
+    return arcconf_failure(FAILURE, "Parameter list length " +
                                          std::to_string(parameter_length(block)) +
                                          " does not match the " + std::to_string(lookup.size) +
                                          " bytes of " + args[17] + ".");
   if (lookup.image->kind != ImageKind::Psoc)
-    return arcconf_failure(kFailure, "Image " + args[17] + " is not a PSoC image.");
+    return arcconf_failure(FAILURE, "Image " + args[17] + " is not a PSoC image.");
   stage_image(lab, arcconf_key(target.controller, *target.device), *lookup.image);
   return arcconf_success(
       {"Passthrough command completed: " + std::to_string(lookup.size) + " bytes written."});
 }
 
 Reply passthrough(Lab& lab, const std::string& cwd, const std::vector<std::string>& args) {
-  if (args.size() < 5) return arcconf_failure(kFailure, "Invalid passthrough command.");
+  if (args.size() < 5) return arcconf_failure(FAILURE, "Invalid passthrough command.");
   Target target = find_target(lab, args[1], args[2], args[3]);
-  if (!target.device) return arcconf_failure(kFailure, target.problem);
+  if (!target.device) return arcconf_failure(FAILURE, target.problem);
   if (equals_ci(args[4], "read")) return inquiry(lab, target, args);
   if (equals_ci(args[4], "write")) return write_buffer(lab, cwd, target, args);
-  return arcconf_failure(kFailure, "Invalid passthrough command.");
+  return arcconf_failure(FAILURE, "Invalid passthrough command.");
 }
 
 // EXPANDERUPGRADE A ENCLOSURE CONN C D EXPANDER FILE MODE NOPROMPT
 Reply expander_upgrade(Lab& lab, const std::string& cwd, const std::vector<std::string>& args) {
   bool wellFormed =
       args.size() == 10 && equals_ci(args[2], "enclosure") && equals_ci(args[9], "noprompt");
-  if (!wellFormed) return arcconf_failure(kFailure, "Invalid expanderupgrade command.");
+  if (!wellFormed) return arcconf_failure(FAILURE, "Invalid expanderupgrade command.");
   if (!equals_ci(args[6], "expander"))
-    return arcconf_failure(kFailure, "This enclosure has no " + args[6] + " to upgrade.");
+    return arcconf_failure(FAILURE, "This enclosure has no " + args[6] + " to upgrade.");
   Target target = find_target(lab, args[1], args[4], args[5]);
-  if (!target.device) return arcconf_failure(kFailure, target.problem);
+  if (!target.device) return arcconf_failure(FAILURE, target.problem);
   if (target.device->kind != DeviceKind::Expander)
-    return arcconf_failure(kFailure, "The device is not an expander.");
+    return arcconf_failure(FAILURE, "The device is not an expander.");
   if (target.device->connector != args[3])
-    return arcconf_failure(kFailure, "No expander behind connector " + args[3] + ".");
+    return arcconf_failure(FAILURE, "No expander behind connector " + args[3] + ".");
   ImageLookup lookup = find_image(lab.scenario, cwd, args[7]);
-  if (!lookup.image) return arcconf_failure(kFailure, lookup.problem + ".");
+  if (!lookup.image) return arcconf_failure(FAILURE, lookup.problem + ".");
   if (lookup.image->kind != ImageKind::Main)
-    return arcconf_failure(kFailure, "Image " + args[7] + " is not an expander image.");
+    return arcconf_failure(FAILURE, "Image " + args[7] + " is not an expander image.");
   stage_image(lab, arcconf_key(target.controller, *target.device), *lookup.image);
   return arcconf_success({"Upgrading expander firmware in mode " + args[8] + "...",
                           "Expander firmware upgrade complete; a power cycle activates it."});
@@ -133,9 +133,9 @@ Reply expander_upgrade(Lab& lab, const std::string& cwd, const std::vector<std::
 
 Reply getconfig(const Lab& lab, const std::vector<std::string>& args) {
   if (args.size() != 3 || !equals_ci(args[2], "PD"))
-    return arcconf_failure(kFailure, "Invalid getconfig command.");
+    return arcconf_failure(FAILURE, "Invalid getconfig command.");
   std::size_t number = controller_number(lab, args[1]);
-  if (number == 0) return arcconf_failure(kFailure, "Invalid controller number.");
+  if (number == 0) return arcconf_failure(FAILURE, "Invalid controller number.");
   return physical_device_report(lab, number);
 }
 
@@ -147,7 +147,7 @@ Reply arcconf_answer(Lab& lab, const std::string& cwd, const std::vector<std::st
   if (command == "getconfig") return getconfig(lab, args);
   if (command == "passthrough") return passthrough(lab, cwd, args);
   if (command == "expanderupgrade") return expander_upgrade(lab, cwd, args);
-  return arcconf_failure(kFailure, "Invalid command.");
+  return arcconf_failure(FAILURE, "Invalid command.");
 }
 
 }  // namespace lab

@@ -10,10 +10,10 @@ namespace lab {
 
 namespace {
 
-const std::string kRule(70, '-');
+const std::string RULE(70, '-');
 
 std::vector<std::string> titled(const std::string& title) {
-  return {kRule, title, kRule};
+  return {RULE, title, RULE};
 }
 
 // Keys of a device block are padded to one width, as the tool prints them.
@@ -106,12 +106,12 @@ Reply list_report(const Lab& lab) {
   std::vector<std::string> title = titled("Controller information");
   lines.insert(lines.end(), title.begin(), title.end());
   lines.push_back("   Controller ID             : Status, Slot, Mode, Name, SerialNumber, WWN");
-  lines.push_back(kRule);
+  lines.push_back(RULE);
   for (std::size_t i = 0; i < lab.scenario.arcconf.size(); ++i) {
     const ArcconfController& c = lab.scenario.arcconf[i];
     std::string number = std::to_string(i + 1);
     lines.push_back(pad_right("   Controller " + number + ":", 29) + ": Optimal, Slot " + number +
-                    ", HBA, " + c.model + ", " + c.serial + ", 50000D1E000" + number + "0000");
+                    ", HBA, " + c.model + ", " + c.serial + ", 5F23A10E000" + number + "0000");
   }
   return arcconf_success(lines);
 }

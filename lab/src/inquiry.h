@@ -8,7 +8,7 @@
 
 namespace lab {
 
-constexpr std::size_t kInquiryLength = 512;
+constexpr std::size_t INQUIRY_LENGTH = 512;
 
 // 512 bytes: device type, vendor at 8, model at 16, the version both as the
 // revision at 32 and in the vendor-specific bytes 36..55, blank-padded.

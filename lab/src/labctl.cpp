@@ -10,7 +10,7 @@ namespace lab {
 
 namespace {
 
-constexpr int kUsageOrFault = 2;
+constexpr int USAGE_OR_FAULT = 2;
 
 std::string staged_text(const LabState& state, const std::string& key, ImageKind kind) {
   auto expander = state.expanders.find(key);
@@ -96,7 +96,7 @@ int reset(const std::string& scenario, std::ostream& out) {
 int usage(std::ostream& err) {
   err << "usage: labctl show | powercycle | reset\n"
          "The scenario is $SASFWCTL_LAB_SCENARIO, or lab.scenario in the working directory.\n";
-  return kUsageOrFault;
+  return USAGE_OR_FAULT;
 }
 
 }  // namespace
@@ -110,7 +110,7 @@ int run_labctl(const std::vector<std::string>& args, const std::string& scenario
     if (args[0] == "reset") return reset(scenario, out);
   } catch (const LabError& error) {
     err << "labctl: " << error.what() << '\n';
-    return kUsageOrFault;
+    return USAGE_OR_FAULT;
   }
   return usage(err);
 }

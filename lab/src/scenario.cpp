@@ -14,7 +14,7 @@ namespace lab {
 namespace {
 
 // The inquiry data holds 20 bytes for the firmware version.
-constexpr std::size_t kInquiryVersionBytes = 20;
+constexpr std::size_t INQUIRY_VERSION_BYTES = 20;
 
 // A version is one word; left out or empty, the enclosure shows none.
 std::string optional_version(Attributes& attrs, const std::string& key) {
@@ -78,7 +78,7 @@ void read_arcconf_controller(Scenario& scenario, const Statement& statement) {
 
 std::string default_sas_address(std::size_t controller, const ArcconfDevice& device) {
   std::ostringstream text;
-  text << "50000d1e" << std::hex
+  text << "5f23a10e" << std::hex
        << (0x10000000 + controller * 0x10000 + device.channel * 0x100 + device.device);
   return text.str();
 }
@@ -100,7 +100,7 @@ ArcconfDevice read_device_basics(Attributes& attrs, DeviceKind kind) {
 
 void read_expander_fields(Attributes& attrs, ArcconfDevice& device) {
   device.inquiryVersion = attrs.optional("inquiry", device.firmware);
-  if (device.inquiryVersion.size() > kInquiryVersionBytes)
+  if (device.inquiryVersion.size() > INQUIRY_VERSION_BYTES)
     attrs.fail("'inquiry' holds more than 20 characters");
   device.psocVersion = optional_version(attrs, "psoc");
   device.connector = attrs.required("connector");

@@ -8,7 +8,7 @@ namespace lab {
 
 namespace {
 
-constexpr int kFailure = 1;
+constexpr int FAILURE = 1;
 
 // The object word of a command: /cN, /cN/eall or /cN/eM.
 struct ObjectPath {
@@ -99,16 +99,16 @@ Reply download(Lab& lab, const std::string& cwd, const ObjectPath& path,
   std::string subject = controller_subject(path.controller);
   const StorcliEnclosure* enclosure =
       find_enclosure(lab.scenario.storcli[path.controller], path.eid);
-  if (!enclosure) return storcli_failure(subject, kFailure, "Enclosure " + path.eid + " not found");
+  if (!enclosure) return storcli_failure(subject, FAILURE, "Enclosure " + path.eid + " not found");
   DownloadForm form;
   for (std::size_t i = 2; i < args.size(); ++i)
     if (!read_download_word(args[i], form))
-      return storcli_failure(subject, kFailure, "Syntax error at '" + args[i] + "'");
-  if (!form_is_valid(form)) return storcli_failure(subject, kFailure, "Invalid download options");
+      return storcli_failure(subject, FAILURE, "Syntax error at '" + args[i] + "'");
+  if (!form_is_valid(form)) return storcli_failure(subject, FAILURE, "Invalid download options");
   ImageLookup lookup = find_image(lab.scenario, cwd, form.src);
-  if (!lookup.image) return storcli_failure(subject, kFailure, lookup.problem);
+  if (!lookup.image) return storcli_failure(subject, FAILURE, lookup.problem);
   std::string problem = download_problem(*enclosure, form, *lookup.image);
-  if (!problem.empty()) return storcli_failure(subject, kFailure, problem);
+  if (!problem.empty()) return storcli_failure(subject, FAILURE, problem);
   stage_image(lab, storcli_key(path.controller, enclosure->eid), *lookup.image);
   return download_report(path.controller, enclosure->eid, *lookup.image);
 }
@@ -121,14 +121,14 @@ bool is_show(const std::vector<std::string>& args) {
 Reply controller_command(Lab& lab, const std::string& cwd, const ObjectPath& path,
                          const std::vector<std::string>& args) {
   if (path.controller >= lab.scenario.storcli.size())
-    return storcli_failure(controller_subject(path.controller), kFailure,
+    return storcli_failure(controller_subject(path.controller), FAILURE,
                            "Controller " + std::to_string(path.controller) + " not found");
   if (!path.enclosure && is_show(args)) return controller_report(lab, path.controller);
   if (path.eid == "all" && args.size() == 2 && equals_ci(args[1], "show"))
     return enclosure_report(lab, path.controller);
   if (path.enclosure && path.eid != "all" && args.size() > 1 && equals_ci(args[1], "download"))
     return download(lab, cwd, path, args);
-  return storcli_failure(controller_subject(path.controller), kFailure, "Invalid command");
+  return storcli_failure(controller_subject(path.controller), FAILURE, "Invalid command");
 }
 
 }  // namespace
@@ -137,7 +137,7 @@ Reply storcli_answer(Lab& lab, const std::string& cwd, const std::vector<std::st
   if (args.size() == 2 && equals_ci(args[0], "show") && equals_ci(args[1], "ctrlcount"))
     return ctrlcount_report(lab);
   ObjectPath path = args.empty() ? ObjectPath() : parse_object(args[0]);
-  if (!path.valid) return storcli_failure(status_subject(kFailure), kFailure, "Invalid command");
+  if (!path.valid) return storcli_failure(status_subject(FAILURE), FAILURE, "Invalid command");
   return controller_command(lab, cwd, path, args);
 }
 

@@ -15,7 +15,7 @@ namespace lab {
 
 namespace {
 
-constexpr int kLabFault = 2;
+constexpr int LAB_FAULT = 2;
 
 Reply answer(Tool tool, Lab& lab, const std::string& cwd, const std::vector<std::string>& args) {
   if (const FailureRule* rule = fire_failure(lab, tool, args))
@@ -44,7 +44,7 @@ int tool_main(Tool tool, int argc, char** argv) {
     return run.status;
   } catch (const LabError& error) {
     std::cerr << tool_name(tool) << " (lab): " << error.what() << std::endl;
-    return kLabFault;
+    return LAB_FAULT;
   }
 }
 

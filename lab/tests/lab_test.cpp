@@ -1,167 +1,204 @@
-#include "lab.h"
-
+// The lab as operators meet it: faulty scenarios and states, what the
+// stand-ins answer and refuse, injected failures, staging and the power
+// cycle, the call record, line ends and labctl's output.
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <vector>
 
+#include "lab.h"
 #include "lab_error.h"
 #include "labctl.h"
 #include "support.h"
-#include "text.h"
 
 namespace {
 
+namespace fs = std::filesystem;
+using lab_test::fixture;
 using lab_test::has_line;
 using lab_test::lines_of;
-using lab_test::only_value;
 
-const char* const kServer =
-    "storcli-controller product=\"Tarvex 9500-16i HBA\" subvendor=0x1F3A subdevice=0x4110 "
-    "driver=tvsas3\n"
-    "enclosure eid=2 product=ABC36X version=1.2.3 psoc=0.9\n"
-    "arcconf-controller model=\"Tarvex SmartHBA 2100-8i\"\n"
-    "expander channel=2 device=0 vendor=TARVEX model=X100 firmware=1.00 psoc=0.9 connector=0 "
-    "expander-id=7\n"
-    "image file=fw.rom version=1.2.4\n"
-    "image file=psoc.rom version=1.0 kind=psoc\n";
+// The message of the LabError that parsing throws, or "" when it parses.
+std::string parse_fault(const std::string& text) {
+  try {
+    lab::parse_scenario(text, "server.scenario");
+  } catch (const lab::LabError& error) {
+    return error.what();
+  }
+  return "";
+}
 
-// The words of the table row of labctl show that starts with the expander key.
-std::string row_of(const std::string& shown, const std::string& key) {
-  for (const std::string& line : lines_of(shown))
-    if (line.rfind(key + " ", 0) == 0) return lab::join_args(lab::split_words(line));
-  return "no row for " + key;
+std::string with_crlf(const std::string& text) {
+  std::string converted;
+  for (char c : text) converted += c == '\n' ? std::string("\r\n") : std::string(1, c);
+  return converted;
+}
+
+// Lines without the blanks that pad labctl's table rows.
+std::vector<std::string> trimmed_lines(const std::string& text) {
+  std::vector<std::string> lines = lines_of(text);
+  for (std::string& line : lines) line = lab::trim(line);
+  return lines;
+}
+
+std::vector<std::string> fields_of(const std::string& line) {
+  std::vector<std::string> fields;
+  std::size_t from = 0;
+  for (std::size_t bar; (bar = line.find(" | ", from)) != std::string::npos; from = bar + 3)
+    fields.push_back(line.substr(from, bar - from));
+  fields.push_back(line.substr(from));
+  return fields;
+}
+
+struct FaultCase {
+  std::string expected;
+  std::string text;
+};
+
+// fixtures/faulty-scenarios.txt: each case the message, then the
+// scenario's lines, each behind "> ".
+std::vector<FaultCase> fault_cases() {
+  std::vector<FaultCase> cases;
+  for (const std::string& line : lines_of(fixture("faulty-scenarios.txt"))) {
+    if (line.rfind(">", 0) == 0 && !cases.empty())
+      cases.back().text += (line.size() > 2 ? line.substr(2) : "") + "\n";
+    else if (!line.empty() && line[0] != '#')
+      cases.push_back({line, ""});
+  }
+  return cases;
+}
+
+TEST(Scenario, FaultsNameFileLineAndFault) {
+  const std::vector<FaultCase> cases = fault_cases();
+  ASSERT_GE(cases.size(), 19u);
+  for (const FaultCase& c : cases) {
+    EXPECT_EQ(parse_fault(c.text), c.expected) << c.text;
+    EXPECT_EQ(parse_fault(with_crlf(c.text)), c.expected) << "with CR LF:\n" << c.text;
+  }
+}
+
+TEST(Scenario, ShippedScenariosLoad) {
+  for (const char* name :
+       {"storcli-hba-raid.scenario", "arcconf-server.scenario", "storcli-faults.scenario"})
+    EXPECT_NO_THROW(lab::load_scenario(std::string(LAB_SCENARIO_DIR) + "/" + name)) << name;
 }
 
 class Lab : public lab_test::LabTest {
  protected:
-  void SetUp() override {
-    LabTest::SetUp();
-    write_file("fw.rom", 100);
-    write_file("psoc.rom", 100);
-  }
-
-  int labctl(const std::string& command, std::string* output = nullptr) {
+  int labctl(const std::string& command) {
     std::ostringstream out, err;
     int status = lab::run_labctl({command}, scenario, out, err);
-    if (output) *output = out.str() + err.str();
+    output = out.str();
+    errors = err.str();
     return status;
   }
+
+  // labctl's output equals the fixture, with SCENARIO for the scenario's path.
+  void expect_labctl(const std::string& command, const std::string& expected) {
+    ASSERT_EQ(labctl(command), 0) << errors;
+    for (std::size_t at = output.find(scenario); at != std::string::npos;
+         at = output.find(scenario))
+      output.replace(at, scenario.size(), "SCENARIO");
+    EXPECT_EQ(trimmed_lines(output), trimmed_lines(fixture(expected))) << "labctl " << command;
+  }
+
+  // Runs the calls of a script fixture, one a line:
+  // "tool | arguments | exit status | text the output holds".
+  void run_script(const std::string& name) {
+    for (const std::string& line : lines_of(fixture(name))) {
+      if (line.empty() || line[0] == '#') continue;
+      std::vector<std::string> fields = fields_of(line);
+      ASSERT_EQ(fields.size(), 4u) << line;
+      lab::Tool tool = fields[0] == "arcconf" ? lab::Tool::Arcconf : lab::Tool::Storcli;
+      lab::ToolRun call = run(tool, fields[1]);
+      EXPECT_EQ(call.status, std::stoi(fields[2])) << line;
+      EXPECT_NE(call.output.find(fields[3]), std::string::npos) << line << "\n" << call.output;
+      // A refusal has the shape of the tool's failure report.
+      const char* failed = tool == lab::Tool::Arcconf ? "Command aborted." : "Status = Failure";
+      EXPECT_EQ(has_line(call.output, failed), call.status != 0) << line << "\n" << call.output;
+    }
+  }
+
+  std::string output, errors;
 };
 
-TEST_F(Lab, OnceOnlyFailureFiresOnceAndStagesNothing) {
-  write_scenario(std::string(kServer) +
-                 "fail tool=storcli match=\"/c0/e2 download src=fw.rom*\" status=4 once "
-                 "message=\"Enclosure is busy\"\n");
-  lab::ToolRun failed = storcli("/c0/e2 download src=fw.rom mode=E offline bufferid=0");
-  EXPECT_EQ(failed.status, 4);
-  EXPECT_TRUE(has_line(failed.output, "Controller = 0"));
-  EXPECT_TRUE(has_line(failed.output, "Status = Failure"));
-  EXPECT_EQ(only_value(failed.output, "Description = "), "Enclosure is busy");
-  EXPECT_TRUE(lab::load_state(scenario + ".state").expanders.empty());
-  EXPECT_EQ(storcli("/c0/e2 download src=fw.rom mode=E offline bufferid=0").status, 0);
-  EXPECT_EQ(storcli("/c0/e2 download src=fw.rom mode=E offline bufferid=0").status, 0);
-  std::string shown;
-  labctl("show", &shown);
-  EXPECT_NE(shown.find("Once-only failure of line 7"), std::string::npos) << shown;
+TEST_F(Lab, RefusalsNameTheirReasonAndStageNothing) {
+  run_script("refusals.txt");
+  EXPECT_TRUE(lab::load_state(lab::state_path(scenario)).expanders.empty());
 }
 
-TEST_F(Lab, AlwaysFailureFiresEveryTimeForItsToolOnly) {
-  write_scenario(std::string(kServer) +
-                 "fail tool=arcconf match=\"PASSTHROUGH 1 2 0 read *\" status=9 message=\"Device "
-                 "not responding\"\n"
-                 "fail match=\"show ctrlcount\" status=3 always\n");
-  for (int call = 0; call < 2; ++call) {
-    lab::ToolRun run = arcconf("PASSTHROUGH 1 2 0 read 512 [ 12 00 00 02 00 00 ] rawhex noprompt");
-    EXPECT_EQ(run.status, 9);
-    EXPECT_TRUE(has_line(run.output, "Device not responding"));
-    EXPECT_EQ(lines_of(run.output).back(), "Command aborted.");
-    lab::ToolRun count = storcli("show ctrlcount");
-    EXPECT_EQ(count.status, 3);
-    EXPECT_TRUE(has_line(count.output, "Status Code = 3"));
-  }
-  EXPECT_EQ(arcconf("getconfig 1 PD").status, 0) << "other commands are not matched";
+TEST_F(Lab, InjectedFailuresFireBeforeTheCommandDoesAnything) {
+  run_script("injected-failures.txt");
+  expect_labctl("show", "show-after-failures.txt");
+}
+
+TEST_F(Lab, DownloadsStageUntilThePowerCycle) {
+  run_script("downloads.txt");
+  expect_labctl("show", "show-staged.txt");
+  expect_labctl("powercycle", "powercycle.txt");
+  expect_labctl("show", "show-cycled.txt");
+  run_script("after-powercycle.txt");
+
+  ASSERT_EQ(labctl("reset"), 0);
+  EXPECT_EQ(output, "Lab state and call record of " + scenario + " removed.\n");
+  EXPECT_FALSE(fs::exists(lab::state_path(scenario)));
+  EXPECT_FALSE(fs::exists(lab::calls_path(scenario)));
+  EXPECT_NE(run(lab::Tool::Storcli, "/c0/eall show").output.find("ABC36X 1.2.3"),
+            std::string::npos)
+      << "the lab forgets the power cycle, and keeps the operator's scenario";
+}
+
+TEST_F(Lab, LabctlTellsFaultsOnStandardError) {
+  EXPECT_EQ(labctl("reboot"), 2);
+  EXPECT_EQ(lines_of(errors).at(0), "usage: labctl show | powercycle | reset");
+
+  std::ofstream(lab::state_path(scenario)) << "# state\nstaged storcli/c0/e2 main\n";
+  EXPECT_EQ(labctl("powercycle"), 2);
+  EXPECT_EQ(errors, "labctl: " + scenario +
+                        ".state:2: not a state line; 'labctl reset' starts afresh\n");
+
+  fs::remove(scenario);
+  EXPECT_EQ(labctl("show"), 2);
+  EXPECT_EQ(errors, "labctl: " + scenario + ": cannot open the scenario file\n");
 }
 
 TEST_F(Lab, EveryCallIsRecordedWithToolDirectoryAndArguments) {
-  write_scenario(kServer);
-  storcli("show ctrlcount");
-  storcli("/c9 show");
-  arcconf("list");
-  std::vector<std::string> calls = lines_of(read_file("lab.scenario.calls"));
-  ASSERT_EQ(calls.size(), 3u);
-  EXPECT_EQ(calls[0], "storcli64.exe\t" + dir + "\tshow ctrlcount");
-  EXPECT_EQ(calls[1], "storcli64.exe\t" + dir + "\t/c9 show") << "failing calls are recorded too";
-  EXPECT_EQ(calls[2], "arcconf.exe\t" + dir + "\tlist");
+  run(lab::Tool::Storcli, "show ctrlcount");
+  run(lab::Tool::Storcli, "/c9 show");  // refused, and recorded all the same
+  lab::run_tool(lab::Tool::Arcconf, scenario, dir, {"list", "", "two words"});
+  EXPECT_EQ(lines_of(read_file("lab.scenario.calls")),
+            (std::vector<std::string>{"storcli64.exe\t" + dir + "\tshow ctrlcount",
+                                      "storcli64.exe\t" + dir + "\t/c9 show",
+                                      "arcconf.exe\t" + dir + "\tlist \"\" \"two words\""}));
 }
 
-TEST_F(Lab, LineEndsFollowTheScenario) {
-  write_scenario(std::string("line-ends crlf\n") + kServer);
-  std::string crlf = storcli("/c0/eall show").output;
-  std::size_t lineFeeds = 0;
-  for (std::size_t i = 0; i < crlf.size(); ++i) {
-    if (crlf[i] != '\n') continue;
-    ++lineFeeds;
-    ASSERT_TRUE(i > 0 && crlf[i - 1] == '\r') << "bare line feed at byte " << i;
-  }
-  EXPECT_GT(lineFeeds, 10u);
-  std::string inquiry =
-      arcconf("PASSTHROUGH 1 2 0 read 512 [ 12 00 00 02 00 00 ] rawhex noprompt").output;
-  EXPECT_NE(inquiry.find(".\r\n0d 00"), std::string::npos)
-      << "the line before the data ends in CR LF";
-  EXPECT_EQ(inquiry.substr(inquiry.size() - 3), " 00") << "the data line has no line end";
-
-  write_scenario(std::string("line-ends lf\n") + kServer);
-  EXPECT_EQ(storcli("/c0/eall show").output.find('\r'), std::string::npos);
-  write_scenario(kServer);
-  EXPECT_EQ(storcli("/c0/eall show").output.find('\r'), std::string::npos)
-      << "LF unless the scenario asks for CR LF";
+std::size_t count_of(const std::string& text, const std::string& part) {
+  std::size_t count = 0;
+  for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
+    ++count;
+  return count;
 }
 
-TEST_F(Lab, LabctlShowsPowerCyclesAndResets) {
-  write_scenario(kServer);
-  ASSERT_EQ(storcli("/c0/e2 download src=psoc.rom mode=E offline bufferid=2").status, 0);
-  ASSERT_EQ(arcconf("expanderupgrade 1 enclosure 0 2 0 expander fw.rom E noprompt").status, 0);
-  std::string shown;
-  ASSERT_EQ(labctl("show", &shown), 0);
-  EXPECT_EQ(row_of(shown, "storcli/c0/e2"), "storcli/c0/e2 ABC36X 1.2.3 - 0.9 1.0 (psoc.rom)");
-  EXPECT_EQ(row_of(shown, "arcconf/1/2/0"), "arcconf/1/2/0 X100 1.00 1.2.4 (fw.rom) 0.9 -");
-
-  std::string cycled;
-  ASSERT_EQ(labctl("powercycle", &cycled), 0);
-  EXPECT_NE(cycled.find("2 staged image(s) activated"), std::string::npos) << cycled;
-  labctl("show", &shown);
-  EXPECT_EQ(row_of(shown, "storcli/c0/e2"), "storcli/c0/e2 ABC36X 1.2.3 - 1.0 -");
-  EXPECT_EQ(row_of(shown, "arcconf/1/2/0"), "arcconf/1/2/0 X100 1.2.4 - 0.9 -");
-
-  ASSERT_EQ(labctl("reset"), 0);
-  EXPECT_FALSE(std::filesystem::exists(scenario + ".state"));
-  EXPECT_FALSE(std::filesystem::exists(scenario + ".calls"));
-  EXPECT_TRUE(std::filesystem::exists(scenario)) << "the operator's scenario stays";
-}
-
-TEST_F(Lab, LabctlRefusesWrongCommandsAndFaultyLabs) {
-  write_scenario("storcli-controller product=P\n");
-  std::string message;
-  EXPECT_EQ(labctl("show", &message), 2);
-  EXPECT_NE(message.find("lab.scenario:1: storcli-controller: 'subvendor=' is missing"),
-            std::string::npos)
-      << message;
-  EXPECT_EQ(labctl("reboot", &message), 2);
-  EXPECT_NE(message.find("usage: labctl show | powercycle | reset"), std::string::npos);
-}
-
-TEST_F(Lab, FaultyStateFileIsNamedWithItsLine) {
-  write_scenario(kServer);
-  std::ofstream(scenario + ".state") << "# state\nstaged storcli/c0/e2 main\n";
-  try {
-    storcli("show ctrlcount");
-    FAIL() << "a faulty state file must stop the tool";
-  } catch (const lab::LabError& error) {
-    EXPECT_EQ(std::string(error.what()),
-              scenario + ".state:2: not a state line; 'labctl reset' starts afresh");
+TEST_F(Lab, ReportsTakeTheScenariosLineEnds) {
+  const std::string server = fixture("server.scenario");
+  for (const std::string choice : {"line-ends crlf\n", "line-ends lf\n", ""}) {
+    write_scenario(choice + server);
+    const std::size_t crlf = choice == "line-ends crlf\n" ? 1 : 0;
+    std::string reports =
+        run(lab::Tool::Storcli, "/c0 show").output + run(lab::Tool::Arcconf, "getconfig 1 PD").output;
+    EXPECT_GT(count_of(reports, "\n"), 40u);
+    EXPECT_EQ(count_of(reports, "\r"), crlf * count_of(reports, "\n")) << choice;
+    EXPECT_EQ(count_of(reports, "\r\n"), crlf * count_of(reports, "\n")) << choice;
+    // The inquiry data is a last line without a line end.
+    std::string inquiry =
+        run(lab::Tool::Arcconf, "PASSTHROUGH 1 2 0 read 512 [ 12 00 00 02 00 00 ] rawhex noprompt")
+            .output;
+    EXPECT_EQ(count_of(inquiry, "\n"), 1u) << choice;
+    EXPECT_EQ(count_of(inquiry, "\r\n"), crlf) << choice;
+    EXPECT_EQ(inquiry.substr(inquiry.size() - 3), " 00") << choice;
   }
 }
 

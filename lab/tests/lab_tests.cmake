@@ -19,10 +19,11 @@ target_link_libraries(lab_tests PRIVATE sasfwctl_lab GTest::gtest GTest::gtest_m
 if(WIN32)
   target_link_options(lab_tests PRIVATE -static)
 endif()
-# The process tests run the built programs.
+# The process tests run the built programs. Under Wine the absolute paths
+# of the sources resolve on drive Z:, the Linux root.
 target_compile_definitions(lab_tests PRIVATE
   LAB_STORCLI="$<TARGET_FILE:lab_storcli64>" LAB_ARCCONF="$<TARGET_FILE:lab_arcconf>" LAB_LABCTL="$<TARGET_FILE:labctl>"
-  LAB_SCENARIO_DIR="${CMAKE_CURRENT_LIST_DIR}/../scenarios")
+  LAB_SCENARIO_DIR="${CMAKE_CURRENT_LIST_DIR}/../scenarios" LAB_FIXTURE_DIR="${CMAKE_CURRENT_LIST_DIR}/fixtures")
 add_dependencies(lab_tests lab_storcli64 lab_arcconf labctl)
 set(LAB_TEST_DIR ${CMAKE_BINARY_DIR}/lab_tests)
 set_target_properties(lab_tests PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${LAB_TEST_DIR})
