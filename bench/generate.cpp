@@ -38,7 +38,7 @@ std::string installed_version(unsigned row, unsigned expander)
     return "4.2." + std::to_string(row % 50 + 1 - expander % 2);
 }
 
-const char* const REPORT_HEADER = "CLI Version = 007.3100.0000.0000 Mar 04, 2024\n"
+const char* const REPORT_HEADER = "CLI Version = 002.0600.0000.0000 Sep 12, 2026\n"
                                   "Operating system = Windows Server 2022\n";
 
 void write_profile(const std::string& dir, const Size& size, unsigned location)
@@ -64,7 +64,7 @@ void write_controller_report(const std::string& dir, unsigned controller)
         << "Generating detailed summary of the adapter, it may take a while to complete.\n\n"
         << REPORT_HEADER << "Controller = " << controller << "\nStatus = Success\n"
         << "Description = None\n\nProduct Name = Tarvex TX-1600 HBA\n"
-        << "Serial Number = SKC04e1f" << controller << "\nFW Version = 24.00.01.00\n"
+        << "Serial Number = TVX04e1f" << controller << "\nFW Version = 3.14.2.0\n"
         << "Driver Name = tvsas3\nDriver Version = 3.2.1.0\nVendor Id = 0x7A3F\n"
         << "Device Id = 0x0016\nSubVendor Id = 0x1F3A\nSubDevice Id = 0x4110\n"
         << "Host Interface = PCI-E\nPhysical Drives = 20\n";

@@ -10,7 +10,7 @@ namespace {
 
 std::vector<std::string> header(const std::string& subject, bool success,
                                 const std::string& description) {
-  return {"CLI Version = 007.3100.0000.0000 Mar 04, 2024",
+  return {"CLI Version = 002.0600.0000.0000 Sep 12, 2026",
           "Operating system = Windows Server 2022",
           subject,
           success ? "Status = Success" : "Status = Failure",
@@ -36,12 +36,12 @@ int physical_drives(const StorcliController& controller) {
 
 std::vector<std::string> controller_basics(const StorcliController& c, std::size_t index) {
   return {"Product Name = " + c.productName,
-          "Serial Number = SKC" + hex(0x4e1f00 + index, 7),
+          "Serial Number = TVX" + hex(0x4e1f00 + index, 7),
           "SAS Address =  5f23a100" + hex(0xa1c000 + index, 8),
           "PCI Address = 00:" + hex(0x3b + index, 2) + ":00:00",
-          "FW Package Build = 24.00.01.00",
-          "FW Version = 24.00.01.00",
-          "BIOS Version = 09.50.00.00_24.00.01.00",
+          "FW Package Build = 3.14.2.0",
+          "FW Version = 3.14.2.0",
+          "BIOS Version = 1.07.00.00_3.14.2.0",
           "Driver Name = " + c.driverName,
           "Driver Version = 3.2.1.0",
           "Bus Number = " + std::to_string(0x3b + index),

@@ -22,15 +22,22 @@ void write_file(const std::filesystem::path& path, const std::string& content)
     std::ofstream(path, std::ios::binary) << content;
 }
 
-std::vector<std::string> log_lines(const std::string& log)
+std::vector<std::string> text_lines(const std::string& text)
 {
     std::vector<std::string> lines;
-    std::istringstream text(log);
-    std::string line;
-    while (std::getline(text, line)) {
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) {
         if (!line.empty() && line.back() == '\r')
             line.pop_back();
-        lines.push_back(line.size() >= TIMESTAMP_LENGTH ? line.substr(TIMESTAMP_LENGTH) : line);
+        lines.push_back(line);
     }
+    return lines;
+}
+
+std::vector<std::string> log_lines(const std::string& log)
+{
+    std::vector<std::string> lines = text_lines(log);
+    for (std::string& line : lines)
+        line = line.size() >= TIMESTAMP_LENGTH ? line.substr(TIMESTAMP_LENGTH) : line;
     return lines;
 }
