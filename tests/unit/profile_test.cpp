@@ -1,138 +1,116 @@
+// The support profile's columns and limits, and the ordering of versions.
 #include "profile/SupportProfile.h"
+#include "profile/version.h"
 
 #include "run/run_state.h"
 #include "test_support.h"
 
+using Lines = std::vector<std::string>;
+
 namespace {
 
-// read_profiles with its console text.
-std::int32_t read_with_console(const std::string& path, std::string& console)
+const std::string INVALID = "Invalid support file format.\n";
+
+// product id|aux 1|target|image|aux 4|PSoC image|mode|buffer id|location
+std::string row_of(const SupportProfile& row)
 {
-    testing::internal::CaptureStdout();
-    const std::int32_t result = read_profiles(path);
-    console = testing::internal::GetCapturedStdout();
-    return result;
+    return row.productId + "|" + row.auxField1 + "|" + row.targetVersion + "|" + row.fwImage + "|" +
+           row.auxField4 + "|" + row.psocImage + "|" + row.mode + "|" + row.bufferID + "|" +
+           std::to_string(row.fwLocation);
 }
 
 }  // namespace
 
-class ProfileTest : public ScratchTest {};
+class ProfileTest : public ScratchTest { };
 
-TEST_F(ProfileTest, ReadsRowsInFileOrderWithTheirColumnTreatment)
+TEST_F(ProfileTest, ProfileFiles)
 {
-    write_file("profile.txt",
-               "ABC36X,aux,1.2.3,fw.rom,aux,psoc.rom,E,2,0\r\n"
-               "\r\n"
-               " \t \r\n"
-               "XYZ, a1 ,2.0, fw two.rom ,a4, p.rom , 5 , 3 , 12abc ,extra,more\r\n"
-               "ABC36X,dup,9,f,a,p,E,2,-1");
-    std::string console;
-    ASSERT_EQ(read_with_console("profile.txt", console), 0);
-    EXPECT_EQ(console, "");
-    ASSERT_EQ(Profiles.size(), 3u);
-
-    const SupportProfile& first = Profiles[0];
-    EXPECT_EQ(first.productId, "ABC36X");
-    EXPECT_EQ(first.targetVersion, "1.2.3");
-    EXPECT_EQ(first.fwImage, "fw.rom");
-    EXPECT_EQ(first.psocImage, "psoc.rom");
-    EXPECT_EQ(first.mode, "E");
-    EXPECT_EQ(first.bufferID, "2");
-    EXPECT_EQ(first.fwLocation, 0u);
-
-    // Columns 0 to 5 keep their blanks; 6 to 8 are trimmed.
-    const SupportProfile& second = Profiles[1];
-    EXPECT_EQ(second.auxField1, " a1 ");
-    EXPECT_EQ(second.fwImage, " fw two.rom ");
-    EXPECT_EQ(second.psocImage, " p.rom ");
-    EXPECT_EQ(second.mode, "5");
-    EXPECT_EQ(second.bufferID, "3");
-    EXPECT_EQ(second.fwLocation, 12u);
-
-    EXPECT_EQ(Profiles[2].auxField1, "dup");
-    EXPECT_EQ(Profiles[2].fwLocation, 4294967295u);
-
-    EXPECT_TRUE(log_has_run({"mode =  5 ", "bufferID, =  3 ", "FW Location, = 12"}));
-    EXPECT_TRUE(log_has_run({"profiles number: = 3", "**********read_profiles End ******* "}));
+    struct Case {
+        std::string fixture;
+        std::int32_t result;
+        std::string console;
+        Lines rows;  // see row_of
+    };
+    const std::vector<Case> cases = {
+        // Columns 0 to 5 stand as they are, 6 to 8 are trimmed, as is every line, in the
+        // C locale, where a byte above 127 is no white space. Blank lines are skipped.
+        {"crlf-columns",
+         0,
+         "",
+         {"ABC36X|aux|1.2.3|fw.rom|aux|psoc.rom|E|2|0",
+          "XYZ| a1 |2.0| fw two.rom |a4| p.rom |5|3|12", "\240X|a|1|f|a|p|\240E\240|2|7",
+          "ABC36X|dup|9|f|a|p|E|2|4294967295"}},
+        {"eight-fields", 0, "", {"|a|1.0|f|a|p|E|2|0", "P|a|1.0|f|a|p|E|2|0"}},
+        {"short-line-behind-a-row", 161, INVALID, {"ABC36X|aux|1.2.3|fw.rom|aux|psoc.rom|E|2|0"}},
+        {"blank-lines", 162, INVALID, {}},
+        // A short first line is told, and then the empty profile too.
+        {"short-first-line", 162, INVALID + INVALID, {}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.fixture);
+        start_row();
+        place_fixture("profile/" + c.fixture, "profile.txt");
+        testing::internal::CaptureStdout();
+        EXPECT_EQ(read_profiles("profile.txt"), c.result);
+        EXPECT_EQ(testing::internal::GetCapturedStdout(), c.console);
+        Lines rows;
+        for (const SupportProfile& row : Profiles)
+            rows.push_back(row_of(row));
+        EXPECT_EQ(rows, c.rows);
+    }
 }
 
-TEST_F(ProfileTest, EightFieldsMakeARowAtLocationZeroAndAnEmptyProductMatchesAnything)
-{
-    write_file("profile.txt", ",a,1.0,f,a,p,E,2\nP,a,1.0,f,a,p,E,2,\n");
-    std::string console;
-    ASSERT_EQ(read_with_console("profile.txt", console), 0);
-    ASSERT_EQ(Profiles.size(), 2u);
-    EXPECT_EQ(Profiles[0].productId, "");
-    EXPECT_EQ(Profiles[0].fwLocation, 0u);
-    EXPECT_EQ(Profiles[1].fwLocation, 0u);
-}
-
-TEST_F(ProfileTest, AShortLineStopsTheReadingBehindGoodRows)
-{
-    write_file("profile.txt", "A,a,1,f,a,p,E,2,0\n# a comment,is a row\nB,a,1,f,a,p,E,2,0\n");
-    std::string console;
-    EXPECT_EQ(read_with_console("profile.txt", console), 161);
-    EXPECT_EQ(console, "Invalid support file format.\n");
-    ASSERT_EQ(Profiles.size(), 1u);
-    EXPECT_TRUE(log_has_run({"profiles number: = 1", "**********read_profiles End ******* "}));
-
-    // A second reading appends the same row again, and the code repeats.
-    EXPECT_EQ(read_with_console("profile.txt", console), 161);
-    EXPECT_EQ(Profiles.size(), 2u);
-}
-
-TEST_F(ProfileTest, NoRowAtAllIs162AndAShortFirstLineSaysSoTwice)
-{
-    write_file("blank.txt", "\n  \n\t\n");
-    std::string console;
-    EXPECT_EQ(read_with_console("blank.txt", console), 162);
-    EXPECT_EQ(console, "Invalid support file format.\n");
-
-    write_file("short.txt", "A,a,1,f,a,p,E\nB,a,1,f,a,p,E,2,0\n");
-    EXPECT_EQ(read_with_console("short.txt", console), 162);
-    EXPECT_EQ(console, "Invalid support file format.\nInvalid support file format.\n");
-    EXPECT_TRUE(Profiles.empty());
-    const std::vector<std::string> log = log_lines();
-    EXPECT_EQ(log.back(), "profiles number: = 0");
-}
-
-TEST_F(ProfileTest, AnUnopenableFileIs174WithItsPath)
-{
-    std::string console;
-    EXPECT_EQ(read_with_console("missing.txt", console), 174);
-    EXPECT_EQ(console, "ERROR: Could not open profile file missing.txt!\n");
-    EXPECT_EQ(read_with_console("", console), 174);
-    EXPECT_EQ(console, "ERROR: Could not open profile file !\n");
-    EXPECT_EQ(log_lines(), (std::vector<std::string>(2, "**********read_profiles Begin ******* ")));
-}
-
+// -V logs each line as it stands; the parameter columns are logged untrimmed.
 TEST_F(ProfileTest, VerboseLogsEachRawLine)
 {
     Options.verbose = 1;
-    write_file("profile.txt", " A,a,1,f,a,p,E,2,0 \r\n\n");
-    std::string console;
-    ASSERT_EQ(read_with_console("profile.txt", console), 0);
-    EXPECT_TRUE(log_has_run({"lineStr: =  A,a,1,f,a,p,E,2,0 ", "mode = E"}));
-    EXPECT_TRUE(log_has_run({"lineStr: = ", "profiles number: = 1"}));
+    place_fixture("profile/crlf-columns", "profile.txt");
+    ASSERT_EQ(read_profiles("profile.txt"), 0);
+    EXPECT_TRUE(
+        log_has_run({"lineStr: = ABC36X,aux,1.2.3,fw.rom,aux,psoc.rom,E,2,0", "mode = E",
+                     "bufferID, = 2", "FW Location, = 0", "lineStr: = ", "lineStr: =  \t ",
+                     "lineStr: = XYZ, a1 ,2.0, fw two.rom ,a4, p.rom , 5 , 3 , 12abc ,extra,more",
+                     "mode =  5 ", "bufferID, =  3 ", "FW Location, = 12"}));
 }
 
-TEST_F(ProfileTest, BinaryBytesAndHugeInputsAreRowsOrFailuresNeverCrashes)
+// Each pair is compared both ways. Parts read like atoi, up to the first
+// character that is no digit, within 32 bits.
+TEST_F(ProfileTest, VersionsOrderPartByPartAsNumbers)
 {
-    std::string binary;
-    for (int i = 0; i < 4096; ++i)
-        binary.push_back(static_cast<char>(i * 37));
-    write_file("binary.txt", binary);
-    std::string console;
-    const std::int32_t result = read_with_console("binary.txt", console);
-    EXPECT_TRUE(result == 161 || result == 162) << result;
-
-    std::string many;
-    for (int i = 0; i < 20000; ++i)
-        many += "P" + std::to_string(i) + ",a,1.0,f,a,p,E,2,1\n";
-    many += std::string(1 << 20, 'x') + ",a,1,f,a,p,E,2,0\n";
-    write_file("many.txt", many);
-    Profiles.clear();
-    EXPECT_EQ(read_with_console("many.txt", console), 0);
-    EXPECT_EQ(Profiles.size(), 20001u);
-    EXPECT_EQ(Profiles.back().productId.size(), 1u << 20);
+    struct Case {
+        std::string first;
+        std::string second;
+        std::int32_t order;  // compare_version(first, second)
+    };
+    const std::vector<Case> cases = {
+        {"1.9", "1.10", -1},   // numbers, not text
+        {"1.2", "1.2.0", -1},  // a further part counts even when it is 0
+        {"1.9.9", "2.0", -1},  // the first difference decides
+        {"", "0", -1},         // one part against none
+        {"1.2", "1.2.", -1},   // a trailing dot makes an empty third part
+        {"-1", "0", -1},       // a sign counts
+        {"1.2.3", "1.2.4", -1},
+        {"", "1.2.3", -1},
+        {"-99999999999", "-2147483647", -1},
+        {"1.2.3", "1.2.3", 0},
+        {"01.002", "1.2", 0},
+        {"1..2", "1.0.2", 0},
+        {"1.2.", "1.2.0", 0},
+        {"1.2a", "1.2", 0},
+        {"1.x", "1.0", 0},
+        {"x2.0", "0.0", 0},
+        {"1.2.3 foo", "1.2.3", 0},
+        {" 1. 2", "1.2", 0},
+        {"", "", 0},
+        {"+3", "3", 0},
+        {"- 3", "0", 0},
+        {"\2405", "0", 0},  // \240 is no blank
+        {"99999999999", "2147483647", 0},
+        {"-99999999999", "-2147483648", 0},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.first + " against " + c.second);
+        EXPECT_EQ(compare_version(c.first, c.second), c.order);
+        EXPECT_EQ(compare_version(c.second, c.first), -c.order);
+    }
 }

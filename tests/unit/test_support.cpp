@@ -1,14 +1,10 @@
 #include "test_support.h"
 
 #include <algorithm>
-#include <fstream>
-#include <sstream>
 
 namespace fs = std::filesystem;
 
 namespace {
-
-constexpr std::size_t TIMESTAMP_LENGTH = 22;
 
 fs::path fresh_scratch_dir()
 {
@@ -39,34 +35,34 @@ void ScratchTest::TearDown()
         fs::remove_all(scratch_);
 }
 
-void ScratchTest::write_file(const std::string& name, const std::string& content)
+void ScratchTest::start_row()
 {
-    std::ofstream(name, std::ios::binary) << content;
+    reset_run_state();
+    empty_scratch_dir();
 }
 
-std::string ScratchTest::read_file(const std::string& name)
+void ScratchTest::empty_scratch_dir()
 {
-    std::ifstream file(name, std::ios::binary);
-    std::ostringstream content;
-    content << file.rdbuf();
-    return content.str();
+    for (const fs::directory_entry& entry : fs::directory_iterator(fs::current_path()))
+        fs::remove_all(entry.path());
 }
 
-std::vector<std::string> ScratchTest::log_lines()
+void ScratchTest::place_fixture(const std::string& fixture, const std::string& name)
 {
-    std::vector<std::string> lines;
-    std::istringstream log(read_file("log.txt"));
-    std::string line;
-    while (std::getline(log, line)) {
-        if (!line.empty() && line.back() == '\r')
-            line.pop_back();
-        lines.push_back(line.size() >= TIMESTAMP_LENGTH ? line.substr(TIMESTAMP_LENGTH) : line);
-    }
-    return lines;
+    const fs::path path = fs::path(SASFWCTL_FIXTURES) / fixture;
+    // A misspelt fixture would otherwise pass for an empty report.
+    if (!fs::is_regular_file(path))
+        ADD_FAILURE() << "no fixture " << path;
+    write_file(name, read_file(path));
+}
+
+std::vector<std::string> ScratchTest::logged()
+{
+    return log_lines(read_file("log.txt"));
 }
 
 bool ScratchTest::log_has_run(const std::vector<std::string>& expected)
 {
-    const std::vector<std::string> lines = log_lines();
+    const std::vector<std::string> lines = logged();
     return std::search(lines.begin(), lines.end(), expected.begin(), expected.end()) != lines.end();
 }

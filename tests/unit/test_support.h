@@ -2,11 +2,11 @@
 // its working directory: the log and the reports land there.
 #pragma once
 
+#include "files.h"
 #include "run_state_reset.h"
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -15,13 +15,19 @@ protected:
     void SetUp() override;
     void TearDown() override;
 
-    // Writes `content` byte for byte (no line-end translation).
-    static void write_file(const std::string& name, const std::string& content);
-    static std::string read_file(const std::string& name);
+    // Starts the next row of a table afresh: an empty scratch directory and
+    // a fresh run state.
+    virtual void start_row();
+    // Empties the scratch directory alone, for rows that keep the run state.
+    static void empty_scratch_dir();
 
-    // The lines of ./log.txt with their "[date time] " stamp cut off.
-    static std::vector<std::string> log_lines();
-    // Whether `expected` appears in the log as consecutive lines, in order.
+    // Copies tests/fixtures/<fixture> into the scratch directory as `name`,
+    // the file the reader under test opens.
+    static void place_fixture(const std::string& fixture, const std::string& name);
+
+    // The lines of ./log.txt without their timestamps.
+    static std::vector<std::string> logged();
+    // Whether `expected` stands in the log as consecutive lines.
     static bool log_has_run(const std::vector<std::string>& expected);
 
 private:
