@@ -53,9 +53,9 @@ void write_profile(const std::string& dir, const Size& size, unsigned location)
 
 void write_storcli_count(const std::string& dir, unsigned controllers)
 {
-    std::ofstream(dir + "/ctrlcount.rst") << REPORT_HEADER << "Status Code = 0\nStatus = Success\n"
-                                          << "Description = None\n\nController Count = "
-                                          << controllers << "\n";
+    std::ofstream(dir + "/ctrlcount.rst")
+        << REPORT_HEADER << "Status Code = 0\nStatus = Success\n"
+        << "Description = None\n\nController Count = " << controllers << "\n";
 }
 
 void write_controller_report(const std::string& dir, unsigned controller)
@@ -76,16 +76,19 @@ void write_enclosure_report(const std::string& dir, unsigned controller, const S
     std::ofstream report(dir + "/show_eall_" + std::to_string(controller) + "_log");
     report << REPORT_HEADER << "Controller = " << controller << "\nStatus = Success\n"
            << "Description = None\n\nProperties :\n============\n\n"
-           << rule << "\nEID State Slots PD PS Fans TSs Alms SIM Port#      ProdID VendorSpecific \n"
+           << rule
+           << "\nEID State Slots PD PS Fans TSs Alms SIM Port#      ProdID VendorSpecific \n"
            << rule << "\n";
     for (unsigned e = 0; e < size.per_controller; ++e) {
         const unsigned row = (controller * size.per_controller + e) % size.profile_rows;
         char line[128];
-        std::snprintf(line, sizeof line, "%3u OK       36 12  2    4   3    0   0 C0 & C1 x8 %s %-14s",
-                      e + 2, product_id(row).c_str(), installed_version(row, e).c_str());
+        std::snprintf(line, sizeof line,
+                      "%3u OK       36 12  2    4   3    0   0 C0 & C1 x8 %s %-14s", e + 2,
+                      product_id(row).c_str(), installed_version(row, e).c_str());
         report << line << "\n";
     }
-    report << rule << "\n\nEID=Enclosure Device ID | PD=Physical drive count | PS=Power Supply count\n";
+    report << rule
+           << "\n\nEID=Enclosure Device ID | PD=Physical drive count | PS=Power Supply count\n";
 }
 
 void write_storcli(const std::string& dir, const Size& size)
@@ -102,7 +105,8 @@ void write_listing(const std::string& dir, unsigned controllers)
 {
     const std::string rule(70, '-');
     std::ofstream listing(dir + "/arrconf_list.log");
-    listing << "Controllers found: " << controllers << "\n" << rule << "\nController information\n"
+    listing << "Controllers found: " << controllers << "\n"
+            << rule << "\nController information\n"
             << rule << "\n";
     for (unsigned c = 1; c <= controllers; ++c)
         listing << "   Controller " << c << ":             : Optimal, Slot " << c
@@ -112,8 +116,14 @@ void write_listing(const std::string& dir, unsigned controllers)
 
 // The device's place: channels of ten devices, one digit each, as the
 // report's keys allow.
-unsigned channel_of(unsigned device) { return device / 10; }
-unsigned device_of(unsigned device) { return device % 10; }
+unsigned channel_of(unsigned device)
+{
+    return device / 10;
+}
+unsigned device_of(unsigned device)
+{
+    return device % 10;
+}
 
 void write_expander_block(std::ofstream& report, unsigned device, unsigned row, unsigned expander)
 {
@@ -125,7 +135,8 @@ void write_expander_block(std::ofstream& report, unsigned device, unsigned row, 
            << "            State                              : Ready\n"
            << "            Vendor                             : TARVEX\n"
            << "            Model                              : " << product_id(row) << "\n"
-           << "            Firmware                           : " << installed_version(row, expander) << "\n"
+           << "            Firmware                           : "
+           << installed_version(row, expander) << "\n"
            << "            Expander ID                        : " << device << "\n"
            << "            Reported Location                  : Connector " << channel_of(device)
            << ", Device " << device_of(device) << "\n";
@@ -146,13 +157,15 @@ void write_drive_block(std::ofstream& report, unsigned device)
 
 // The inquiry answer: a line, then 512 bytes as hex tokens with the
 // installed version at bytes 36 to 55, no line end after them.
-void write_inquiry(const std::string& dir, unsigned controller, unsigned device, const std::string& version)
+void write_inquiry(const std::string& dir, unsigned controller, unsigned device,
+                   const std::string& version)
 {
     unsigned char bytes[512] = {0x0d, 0x00, 0x06, 0x02};
     for (std::size_t i = 0; i < 20; ++i)
         bytes[36 + i] = i < version.size() ? static_cast<unsigned char>(version[i]) : ' ';
     std::ofstream answer(dir + "/inq_" + std::to_string(controller) + "_" +
-                         std::to_string(channel_of(device)) + "_" + std::to_string(device_of(device)));
+                         std::to_string(channel_of(device)) + "_" +
+                         std::to_string(device_of(device)));
     answer << "Passthrough command sent to channel " << channel_of(device) << ", device "
            << device_of(device) << ", 512 bytes returned.\n";
     char token[4];
@@ -203,7 +216,8 @@ unsigned number(const char* text)
 int main(int argc, char* argv[])
 {
     if (argc != 6) {
-        std::cerr << "usage: bench_generate storcli|arcconf DIR CONTROLLERS PER_CONTROLLER PROFILE_ROWS\n";
+        std::cerr << "usage: bench_generate storcli|arcconf DIR CONTROLLERS PER_CONTROLLER "
+                     "PROFILE_ROWS\n";
         return 2;
     }
     const std::string family = argv[1];

@@ -6,8 +6,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <fcntl.h>
+#include <filesystem>
 #include <fstream>
 #include <unistd.h>
 
@@ -20,7 +20,9 @@ namespace {
 std::size_t head_length(const std::uint8_t* data, std::size_t size)
 {
     const void* zero = std::memchr(data, 0, size);
-    return zero == nullptr ? size : static_cast<std::size_t>(static_cast<const std::uint8_t*>(zero) - data);
+    return zero == nullptr
+               ? size
+               : static_cast<std::size_t>(static_cast<const std::uint8_t*>(zero) - data);
 }
 
 // The readers print for the operator; thousands of inputs a second would

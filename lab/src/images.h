@@ -9,9 +9,9 @@
 namespace lab {
 
 struct ImageLookup {
-  const Image* image = nullptr;  // set when the file can be used
-  std::uintmax_t size = 0;
-  std::string problem;  // why not, in the tool's words
+    const Image* image = nullptr;  // set when the file can be used
+    std::uintmax_t size = 0;
+    std::string problem;  // why not, in the tool's words
 };
 
 // The file is looked for relative to the working directory, as the tools

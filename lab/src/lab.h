@@ -10,8 +10,8 @@
 namespace lab {
 
 struct Lab {
-  Scenario scenario;
-  LabState state;
+    Scenario scenario;
+    LabState state;
 };
 
 // SASFWCTL_LAB_SCENARIO when set, else lab.scenario in the working directory.

@@ -7,10 +7,12 @@
 namespace lab {
 
 class LabError : public std::runtime_error {
- public:
-  LabError(const std::string& file, int line, const std::string& what)
-      : std::runtime_error(file + (line > 0 ? ":" + std::to_string(line) : std::string()) + ": " +
-                           what) {}
+public:
+    LabError(const std::string& file, int line, const std::string& what)
+        : std::runtime_error(file + (line > 0 ? ":" + std::to_string(line) : std::string()) + ": " +
+                             what)
+    {
+    }
 };
 
 }  // namespace lab

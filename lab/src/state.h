@@ -13,18 +13,18 @@
 namespace lab {
 
 struct StagedImage {
-  std::string file;
-  std::string version;
+    std::string file;
+    std::string version;
 };
 
 struct ExpanderState {
-  std::map<ImageKind, std::string> installed;
-  std::map<ImageKind, StagedImage> staged;
+    std::map<ImageKind, std::string> installed;
+    std::map<ImageKind, StagedImage> staged;
 };
 
 struct LabState {
-  std::map<std::string, ExpanderState> expanders;  // by expander key, see lab.h
-  std::set<int> spentFailures;                     // scenario lines of fired once-only rules
+    std::map<std::string, ExpanderState> expanders;  // by expander key, see lab.h
+    std::set<int> spentFailures;                     // scenario lines of fired once-only rules
 };
 
 LabState parse_state(const std::string& text, const std::string& file);

@@ -9,10 +9,10 @@
 namespace lab {
 
 struct Statement {
-  int line = 0;
-  std::string keyword;
-  std::map<std::string, std::string> values;
-  std::vector<std::string> words;
+    int line = 0;
+    std::string keyword;
+    std::map<std::string, std::string> values;
+    std::vector<std::string> words;
 };
 
 // Returns false for a blank or comment line. Double quotes keep blanks
@@ -22,23 +22,23 @@ bool parse_statement(const std::string& text, int line, const std::string& file,
 
 // Hands out a statement's attributes and complains about any that nobody asked for.
 class Attributes {
- public:
-  Attributes(const Statement& statement, const std::string& file);
+public:
+    Attributes(const Statement& statement, const std::string& file);
 
-  std::string required(const std::string& key);
-  std::string optional(const std::string& key, const std::string& fallback = std::string());
-  std::string required_word(const std::string& key);
-  std::string required_number(const std::string& key);
-  std::string optional_number(const std::string& key, const std::string& fallback);
-  int required_int(const std::string& key);
-  bool flag(const std::string& word);
-  [[noreturn]] void fail(const std::string& what) const;
-  void finish() const;
+    std::string required(const std::string& key);
+    std::string optional(const std::string& key, const std::string& fallback = std::string());
+    std::string required_word(const std::string& key);
+    std::string required_number(const std::string& key);
+    std::string optional_number(const std::string& key, const std::string& fallback);
+    int required_int(const std::string& key);
+    bool flag(const std::string& word);
+    [[noreturn]] void fail(const std::string& what) const;
+    void finish() const;
 
- private:
-  const Statement& statement_;
-  const std::string& file_;
-  std::set<std::string> taken_;
+private:
+    const Statement& statement_;
+    const std::string& file_;
+    std::set<std::string> taken_;
 };
 
 }  // namespace lab

@@ -9,25 +9,25 @@
 namespace lab {
 
 struct Column {
-  std::string heading;
-  bool rightAligned = false;
+    std::string heading;
+    bool rightAligned = false;
 };
 
 class TextTable {
- public:
-  explicit TextTable(std::vector<Column> columns);
+public:
+    explicit TextTable(std::vector<Column> columns);
 
-  void add_row(const std::vector<std::string>& cells);
-  std::string rule() const;
-  // Rule, headings, rule, rows, rule.
-  std::vector<std::string> lines() const;
+    void add_row(const std::vector<std::string>& cells);
+    std::string rule() const;
+    // Rule, headings, rule, rows, rule.
+    std::vector<std::string> lines() const;
 
- private:
-  std::string format_row(const std::vector<std::string>& cells) const;
-  std::vector<std::size_t> widths() const;
+private:
+    std::string format_row(const std::vector<std::string>& cells) const;
+    std::vector<std::size_t> widths() const;
 
-  std::vector<Column> columns_;
-  std::vector<std::vector<std::string>> rows_;
+    std::vector<Column> columns_;
+    std::vector<std::vector<std::string>> rows_;
 };
 
 }  // namespace lab

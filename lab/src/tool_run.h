@@ -9,8 +9,8 @@
 namespace lab {
 
 struct ToolRun {
-  int status = 0;
-  std::string output;  // exact bytes, line ends included
+    int status = 0;
+    std::string output;  // exact bytes, line ends included
 };
 
 // Records the call, fires any injected failure, answers the command and

@@ -16,74 +16,84 @@
 
 namespace lab_test {
 
-inline std::string read_text(const std::filesystem::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream text;
-  text << in.rdbuf();
-  return text.str();
+inline std::string read_text(const std::filesystem::path& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
 }
 
 // A file of lab/tests/fixtures.
-inline std::string fixture(const std::string& name) {
-  std::string text = read_text(std::filesystem::path(LAB_FIXTURE_DIR) / name);
-  EXPECT_FALSE(text.empty()) << "fixture " << name;
-  return text;
+inline std::string fixture(const std::string& name)
+{
+    std::string text = read_text(std::filesystem::path(LAB_FIXTURE_DIR) / name);
+    EXPECT_FALSE(text.empty()) << "fixture " << name;
+    return text;
 }
 
 // The lines of a text, line ends cut off; a last line without an end counts.
-inline std::vector<std::string> lines_of(const std::string& text) {
-  std::vector<std::string> lines;
-  std::istringstream in(text);
-  for (std::string line; std::getline(in, line);) {
-    if (!line.empty() && line.back() == '\r') line.pop_back();
-    lines.push_back(line);
-  }
-  return lines;
+inline std::vector<std::string> lines_of(const std::string& text)
+{
+    std::vector<std::string> lines;
+    std::istringstream in(text);
+    for (std::string line; std::getline(in, line);) {
+        if (!line.empty() && line.back() == '\r')
+            line.pop_back();
+        lines.push_back(line);
+    }
+    return lines;
 }
 
-inline bool has_line(const std::string& text, const std::string& line) {
-  for (const std::string& l : lines_of(text))
-    if (l == line) return true;
-  return false;
+inline bool has_line(const std::string& text, const std::string& line)
+{
+    for (const std::string& l : lines_of(text))
+        if (l == line)
+            return true;
+    return false;
 }
 
 // The image files that fixtures/server.scenario names, and one it does not
 // (stranger.rom). The PSoC image's size is 01 a2 f3 in a write buffer block.
 const std::pair<const char*, std::size_t> IMAGE_FILES[] = {
-    {"fw.rom", 1000},      {"psoc.rom", 300},     {"gone.rom", 10},
-    {"stranger.rom", 10},  {"x100_fw.bin", 2000}, {"x100_psoc.bin", 0x01a2f3}};
+    {"fw.rom", 1000},     {"psoc.rom", 300},     {"gone.rom", 10},
+    {"stranger.rom", 10}, {"x100_fw.bin", 2000}, {"x100_psoc.bin", 0x01a2f3}};
 
 // Each test works in a fresh folder named after it, below the working
 // directory, on the server of fixtures/server.scenario with its images.
 class LabTest : public ::testing::Test {
- protected:
-  void SetUp() override {
-    const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-    std::filesystem::path path = std::filesystem::current_path() / "scratch" /
-                                 (std::string(info->test_suite_name()) + "." + info->name());
-    std::filesystem::remove_all(path);
-    std::filesystem::create_directories(path);
-    dir = path.string();
-    scenario = (path / "lab.scenario").string();
-    write_scenario(fixture("server.scenario"));
-    for (const auto& [name, size] : IMAGE_FILES)
-      std::ofstream(path / name, std::ios::binary) << std::string(size, 'x');
-  }
+protected:
+    void SetUp() override
+    {
+        const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
+        std::filesystem::path path = std::filesystem::current_path() / "scratch" /
+                                     (std::string(info->test_suite_name()) + "." + info->name());
+        std::filesystem::remove_all(path);
+        std::filesystem::create_directories(path);
+        dir = path.string();
+        scenario = (path / "lab.scenario").string();
+        write_scenario(fixture("server.scenario"));
+        for (const auto& [name, size] : IMAGE_FILES)
+            std::ofstream(path / name, std::ios::binary) << std::string(size, 'x');
+    }
 
-  void write_scenario(const std::string& text) const {
-    std::ofstream(scenario, std::ios::binary) << text;
-  }
+    void write_scenario(const std::string& text) const
+    {
+        std::ofstream(scenario, std::ios::binary) << text;
+    }
 
-  std::string read_file(const std::string& name) const {
-    return read_text(std::filesystem::path(dir) / name);
-  }
+    std::string read_file(const std::string& name) const
+    {
+        return read_text(std::filesystem::path(dir) / name);
+    }
 
-  lab::ToolRun run(lab::Tool tool, const std::string& argLine) const {
-    return lab::run_tool(tool, scenario, dir, lab::split_words(argLine));
-  }
+    lab::ToolRun run(lab::Tool tool, const std::string& argLine) const
+    {
+        return lab::run_tool(tool, scenario, dir, lab::split_words(argLine));
+    }
 
-  std::string dir;
-  std::string scenario;
+    std::string dir;
+    std::string scenario;
 };
 
 }  // namespace lab_test

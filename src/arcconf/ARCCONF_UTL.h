@@ -46,7 +46,8 @@ public:
     // when the file ends with a line end.
     static void read_passthru_rawhex(std::string file, std::string& text);
     // Blank-separated two-digit tokens into at most `maximum` bytes.
-    static void parse_rawHex_to_binary(std::string text, unsigned char* buffer, std::uint32_t maximum);
+    static void parse_rawHex_to_binary(std::string text, unsigned char* buffer,
+                                       std::uint32_t maximum);
 
     // Deletes every device, then every controller.
     static void clear();

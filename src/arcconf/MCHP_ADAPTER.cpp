@@ -2,8 +2,7 @@
 
 #include "diagnostics/log.h"
 
-MCHP_ADAPTER::MCHP_ADAPTER(std::uint32_t number)
-    : adapterIndex(std::to_string(number))
+MCHP_ADAPTER::MCHP_ADAPTER(std::uint32_t number) : adapterIndex(std::to_string(number))
 {
 }
 

@@ -21,9 +21,9 @@ struct FieldKey {
 };
 
 const FieldKey FIELD_KEYS[] = {
-    {"Model", &MCHP_DEVICE::model},         {"Disk Name", &MCHP_DEVICE::diskName},
-    {"Firmware", &MCHP_DEVICE::firmware},   {"Vendor", &MCHP_DEVICE::vendor},
-    {"State", &MCHP_DEVICE::state},         {"Expander ID", &MCHP_DEVICE::expanderId},
+    {"Model", &MCHP_DEVICE::model},       {"Disk Name", &MCHP_DEVICE::diskName},
+    {"Firmware", &MCHP_DEVICE::firmware}, {"Vendor", &MCHP_DEVICE::vendor},
+    {"State", &MCHP_DEVICE::state},       {"Expander ID", &MCHP_DEVICE::expanderId},
 };
 
 bool contains(const std::string& line, const std::string& key)

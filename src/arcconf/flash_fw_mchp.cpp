@@ -24,8 +24,8 @@ std::size_t text_length(const unsigned char* bytes, std::size_t limit)
 std::string inquiry_version(const unsigned char* inquiry)
 {
     const unsigned char* version = inquiry + VERSION_OFFSET;
-    return trim(std::string(reinterpret_cast<const char*>(version),
-                            text_length(version, VERSION_LENGTH)));
+    return trim(
+        std::string(reinterpret_cast<const char*>(version), text_length(version, VERSION_LENGTH)));
 }
 
 void show_versions(const MCHP_DEVICE& device, const SupportProfile& profile)
@@ -90,7 +90,8 @@ std::int32_t flash_fw_mchp(MCHP_DEVICE* device, const SupportProfile* profile)
     if (result != 0) {
         logMessage("Fail to get inquery data");
     } else {
-        logValue("inq data length", static_cast<std::uint64_t>(text_length(inquiry, INQUIRY_BUFFER_SIZE)));
+        logValue("inq data length",
+                 static_cast<std::uint64_t>(text_length(inquiry, INQUIRY_BUFFER_SIZE)));
         // fwLocation only says where the version is; it is no offset.
         if (profile->fwLocation != 0) {
             installed = inquiry_version(inquiry);

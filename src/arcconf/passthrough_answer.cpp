@@ -14,15 +14,15 @@ void ARCCONF_UTL::read_passthru_rawhex(std::string file, std::string& text)
         // The failing read decides: it empties the text after a final line
         // end and leaves an unterminated last line in place.
         std::string line;
-        while (answer.read_line(line)) {
-        }
+        while (answer.read_line(line)) { }
         logValue("line:", line);
         text = line;
     }
     logEnd("ARCCONF_UTL::read_passthru_rawhex");
 }
 
-void ARCCONF_UTL::parse_rawHex_to_binary(std::string text, unsigned char* buffer, std::uint32_t maximum)
+void ARCCONF_UTL::parse_rawHex_to_binary(std::string text, unsigned char* buffer,
+                                         std::uint32_t maximum)
 {
     logBegin("ARCCONF_UTL::parse_rawHex_to_binary");
     const std::vector<std::string> tokens = split(text, " ");

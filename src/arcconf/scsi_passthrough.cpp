@@ -56,15 +56,16 @@ std::int32_t MCHP_DEVICE::scsi_inquery(unsigned char* buffer)
     return result;
 }
 
-std::int32_t MCHP_DEVICE::scsi_write_buffer(std::string image, std::string mode, std::string bufferID)
+std::int32_t MCHP_DEVICE::scsi_write_buffer(std::string image, std::string mode,
+                                            std::string bufferID)
 {
     logBegin("MCHP_DEVICE::scsi_write_buffer");
     std::int64_t size = 0;
     std::int32_t result = write_buffer_length(image, size);
     if (result == 0) {
         // mode and bufferID are taken for single hexadecimal digits.
-        const std::string block = " write [ 3B 0" + mode + " 0" + bufferID + " 00 00 00 " +
-                                  length_bytes(size) + " 00 ] ";
+        const std::string block =
+            " write [ 3B 0" + mode + " 0" + bufferID + " 00 00 00 " + length_bytes(size) + " 00 ] ";
         result = ARCCONF_UTL::exec_cmd(passthrough_head(*this) + block + image + " noprompt",
                                        output_file("write_buffer_"));
     }

@@ -39,8 +39,7 @@ void sleep_milliseconds(std::uint32_t milliseconds)
     timespec wait{static_cast<time_t>(milliseconds / 1000),
                   static_cast<long>(milliseconds % 1000) * 1000000L};
     // A signal may cut the wait short; go on with what is left of it.
-    while (nanosleep(&wait, &wait) == -1 && errno == EINTR) {
-    }
+    while (nanosleep(&wait, &wait) == -1 && errno == EINTR) { }
 }
 
 }  // namespace platform

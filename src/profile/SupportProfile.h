@@ -6,14 +6,14 @@
 #include <string>
 
 struct SupportProfile {
-    std::string productId;      // column 0
-    std::string auxField1;      // column 1, stored only
-    std::string targetVersion;  // column 2
-    std::string fwImage;        // column 3
-    std::string auxField4;      // column 4, stored only
-    std::string psocImage;      // column 5
-    std::string mode;           // column 6, trimmed
-    std::string bufferID;       // column 7, trimmed
+    std::string productId;         // column 0
+    std::string auxField1;         // column 1, stored only
+    std::string targetVersion;     // column 2
+    std::string fwImage;           // column 3
+    std::string auxField4;         // column 4, stored only
+    std::string psocImage;         // column 5
+    std::string mode;              // column 6, trimmed
+    std::string bufferID;          // column 7, trimmed
     std::uint32_t fwLocation = 0;  // column 8, trimmed; 0 when the row has no column 8
 };
 

@@ -6,12 +6,12 @@
 #include <string>
 
 struct ProgramOptions {
-    std::int32_t verbose = 0;   // -V: each raw profile line goes to the log
-    std::int32_t debug = 0;     // -d: the controller count traces on the console
-    bool test = false;          // -T: no tool runs; the output files there are read
-    bool force = false;         // -f: download whatever the versions compare to
-    std::string profile_file;   // -p
-    std::string log_file;       // -l: every log line of the run is also appended here
+    std::int32_t verbose = 0;  // -V: each raw profile line goes to the log
+    std::int32_t debug = 0;    // -d: the controller count traces on the console
+    bool test = false;         // -T: no tool runs; the output files there are read
+    bool force = false;        // -f: download whatever the versions compare to
+    std::string profile_file;  // -p
+    std::string log_file;      // -l: every log line of the run is also appended here
 };
 
 // Fills `options` and the globals WAIT_SECONDS, PSOC_UPDATE_FLAG and

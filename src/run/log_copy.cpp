@@ -19,11 +19,11 @@ constexpr std::size_t FW_IMAGE_COLUMN = 3;
 constexpr std::size_t PSOC_IMAGE_COLUMN = 5;
 
 // The names the tool runners give their output files in the working directory.
-const std::regex OUTPUT_FILE(
-    "ctrlcount\\.rst|show_[0-9]+_log|show_eall_[0-9]+_log|fw_download_log_.*|"
-    "psoc_download_log_.*|arrconf_list\\.log|getconfigpd_[0-9]+|inq_.*|write_buffer_.*|"
-    "expanderupgrade_.*",
-    std::regex::icase);
+const std::regex
+    OUTPUT_FILE("ctrlcount\\.rst|show_[0-9]+_log|show_eall_[0-9]+_log|fw_download_log_.*|"
+                "psoc_download_log_.*|arrconf_list\\.log|getconfigpd_[0-9]+|inq_.*|write_buffer_.*|"
+                "expanderupgrade_.*",
+                std::regex::icase);
 
 const std::regex LOG_TIMESTAMP("\\[[0-9]{4}-[0-9]{2}-[0-9]{2} [0-9]{2}:[0-9]{2}:[0-9]{2}\\] ");
 
@@ -80,7 +80,8 @@ bool starts_like_a_log(const std::string& name)
 {
     platform::TextFile file(name);
     std::string line;
-    return !file.read_line(line) || std::regex_match(line.substr(0, logTimestamp().size()), LOG_TIMESTAMP);
+    return !file.read_line(line) ||
+           std::regex_match(line.substr(0, logTimestamp().size()), LOG_TIMESTAMP);
 }
 
 }  // namespace

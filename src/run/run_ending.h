@@ -6,7 +6,7 @@
 #include <cstdint>
 
 struct UpdateTally {
-    std::int32_t needed = 0;     // a download was tried
+    std::int32_t needed = 0;  // a download was tried
     std::int32_t failed = 0;
     std::int32_t succeeded = 0;  // written completely
 };

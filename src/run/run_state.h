@@ -14,9 +14,9 @@
 extern ProgramOptions Options;
 
 extern std::uint32_t ADAPTER_COUNT;
-extern std::uint32_t WAIT_SECONDS;         // -s
-extern bool PSOC_UPDATE_FLAG;              // --psoc
-extern bool FORCE_ACTIVATE_FLAG;           // --FA
+extern std::uint32_t WAIT_SECONDS;  // -s
+extern bool PSOC_UPDATE_FLAG;       // --psoc
+extern bool FORCE_ACTIVATE_FLAG;    // --FA
 
 extern const std::string PROGRAM_VERSION;
 extern const std::string PROGRAM_DATE;

@@ -22,14 +22,14 @@ constexpr std::int32_t STATUS_SUCCESS = 3;
 constexpr std::int32_t STATUS_FAIL = 4;
 
 struct StorcliExpander {
-    std::string productId;             // the matching profile row's
-    std::string adapterIndex;          // the controller's
-    StorcliAdapter* adapter = nullptr; // not owned
-    std::string enclosureId;           // first word of the row
+    std::string productId;              // the matching profile row's
+    std::string adapterIndex;           // the controller's
+    StorcliAdapter* adapter = nullptr;  // not owned
+    std::string enclosureId;            // first word of the row
     std::uint32_t needDownload = 0;
     std::uint32_t flashState = FLASH_NOT_TRIED;
-    std::string installedVersion;      // what follows the product id, trimmed
-    SupportProfile* profile = nullptr; // not owned
+    std::string installedVersion;       // what follows the product id, trimmed
+    SupportProfile* profile = nullptr;  // not owned
 
     // The four lines that introduce the expander on the console.
     void show() const;

@@ -13,7 +13,7 @@ const std::string OFFLINE_MODE = "E";
 std::string command_head(const StorcliExpander& expander)
 {
     return std::string(".\\storcli64.exe ") + " /c" + expander.adapterIndex + "/e" +
-        expander.enclosureId + " download src=";
+           expander.enclosureId + " download src=";
 }
 
 // The profile's mode is left behind in the PSoC retry form: "E" for "5",

@@ -8,8 +8,7 @@
 
 namespace {
 
-template <typename Record>
-void free_all(std::vector<Record*>& records)
+template <typename Record> void free_all(std::vector<Record*>& records)
 {
     for (Record* record : records)
         delete record;

@@ -29,7 +29,7 @@ bool has_posix_shell()
 
 }  // namespace
 
-class PlatformTest : public ScratchTest {};
+class PlatformTest : public ScratchTest { };
 
 TEST_F(PlatformTest, CrLfReadsLikeLfAndALoneCrStays)
 {
@@ -84,19 +84,31 @@ TEST_F(PlatformTest, TheLogCopyNeverGoesToAFileOfTheRun)
     std::filesystem::create_directory("sub");
     const std::string RUN_FILE = "log copy refused, a file the run reads or writes";
     const std::vector<std::pair<std::string, std::string>> cases = {
-        {"profile.txt", RUN_FILE},           {"sub/../Profile.TXT", RUN_FILE},
-        {"log.txt", RUN_FILE},               {"./log.txt", RUN_FILE},
-        {"fw.rom", RUN_FILE},                {"sub/psoc.rom", RUN_FILE},
-        {"ctrlcount.rst", RUN_FILE},         {"./show_0_log", RUN_FILE},
-        {"sub/../show_eall_12_log", RUN_FILE}, {"SHOW_1_LOG", RUN_FILE},
-        {"fw_download_log_0_2", RUN_FILE},   {"psoc_download_log_0_2_t1", RUN_FILE},
-        {"arrconf_list.log", RUN_FILE},      {"getconfigpd_1", RUN_FILE},
-        {"inq_1_2_0", RUN_FILE},             {"write_buffer_1_2_0", RUN_FILE},
-        {"expanderupgrade_1_2_0", RUN_FILE}, {"sub", "log copy refused, not a regular file"},
+        {"profile.txt", RUN_FILE},
+        {"sub/../Profile.TXT", RUN_FILE},
+        {"log.txt", RUN_FILE},
+        {"./log.txt", RUN_FILE},
+        {"fw.rom", RUN_FILE},
+        {"sub/psoc.rom", RUN_FILE},
+        {"ctrlcount.rst", RUN_FILE},
+        {"./show_0_log", RUN_FILE},
+        {"sub/../show_eall_12_log", RUN_FILE},
+        {"SHOW_1_LOG", RUN_FILE},
+        {"fw_download_log_0_2", RUN_FILE},
+        {"psoc_download_log_0_2_t1", RUN_FILE},
+        {"arrconf_list.log", RUN_FILE},
+        {"getconfigpd_1", RUN_FILE},
+        {"inq_1_2_0", RUN_FILE},
+        {"write_buffer_1_2_0", RUN_FILE},
+        {"expanderupgrade_1_2_0", RUN_FILE},
+        {"sub", "log copy refused, not a regular file"},
         {"notes.txt", "log copy refused, the file holds no log"},
-        {"run.log", ""},                     {"old.log", ""},
-        {"empty.log", ""},                   {"sub/show_0_log", ""},
-        {"show_x_log", ""},                  {"psoc.rom", ""},
+        {"run.log", ""},
+        {"old.log", ""},
+        {"empty.log", ""},
+        {"sub/show_0_log", ""},
+        {"show_x_log", ""},
+        {"psoc.rom", ""},
     };
     for (const auto& [name, refusal] : cases)
         EXPECT_EQ(log_copy_refusal(name, "profile.txt"), refusal) << name;

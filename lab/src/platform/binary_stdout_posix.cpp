@@ -3,6 +3,8 @@
 namespace lab {
 
 // POSIX streams never translate line ends.
-void set_stdout_binary() {}
+void set_stdout_binary()
+{
+}
 
 }  // namespace lab

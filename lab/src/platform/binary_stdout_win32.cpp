@@ -8,8 +8,9 @@
 namespace lab {
 
 // Text mode would turn each LF into CR LF and double the CR of a CR LF.
-void set_stdout_binary() {
-  _setmode(_fileno(stdout), _O_BINARY);
+void set_stdout_binary()
+{
+    _setmode(_fileno(stdout), _O_BINARY);
 }
 
 }  // namespace lab
