@@ -15,6 +15,10 @@ endif()
 
 file(GLOB LAB_TEST_SOURCES CONFIGURE_DEPENDS ${CMAKE_CURRENT_LIST_DIR}/*.cpp)
 add_executable(lab_tests ${LAB_TEST_SOURCES})
+if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+  # As the utility's tests: the stand-ins keep their optimisation, the tests need none.
+  target_compile_options(lab_tests PRIVATE -O0 -g0)
+endif()
 target_link_libraries(lab_tests PRIVATE sasfwctl_lab GTest::gtest GTest::gtest_main)
 if(WIN32)
   target_link_options(lab_tests PRIVATE -static)
