@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <cctype>
 #include <filesystem>
-#include <regex>
 #include <vector>
 
 namespace fs = std::filesystem;
@@ -18,14 +17,53 @@ namespace {
 constexpr std::size_t FW_IMAGE_COLUMN = 3;
 constexpr std::size_t PSOC_IMAGE_COLUMN = 5;
 
-// The names the tool runners give their output files in the working directory.
-const std::regex
-    OUTPUT_FILE("ctrlcount\\.rst|show_[0-9]+_log|show_eall_[0-9]+_log|fw_download_log_.*|"
-                "psoc_download_log_.*|arrconf_list\\.log|getconfigpd_[0-9]+|inq_.*|write_buffer_.*|"
-                "expanderupgrade_.*",
-                std::regex::icase);
+// The names the tool runners give their output files in the working
+// directory: whole names, names with a controller number between a head and
+// a tail, and heads that the rest of a device's address follows.
+const std::vector<std::string> OUTPUT_FILES = {"ctrlcount.rst", "arrconf_list.log"};
+const std::vector<std::pair<std::string, std::string>> NUMBERED_OUTPUT_FILES = {
+    {"show_", "_log"}, {"show_eall_", "_log"}, {"getconfigpd_", ""}};
+const std::vector<std::string> OUTPUT_FILE_HEADS = {"fw_download_log_", "psoc_download_log_",
+                                                    "inq_", "write_buffer_", "expanderupgrade_"};
 
-const std::regex LOG_TIMESTAMP("\\[[0-9]{4}-[0-9]{2}-[0-9]{2} [0-9]{2}:[0-9]{2}:[0-9]{2}\\] ");
+// "#" stands for a digit.
+const std::string LOG_TIMESTAMP_SHAPE = "[####-##-## ##:##:##] ";
+
+bool is_digit(char c)
+{
+    return std::isdigit(static_cast<unsigned char>(c)) != 0;
+}
+
+bool starts_with(const std::string& text, const std::string& head)
+{
+    return text.compare(0, head.size(), head) == 0;
+}
+
+bool number_between(const std::string& name, const std::string& head, const std::string& tail)
+{
+    if (name.size() <= head.size() + tail.size() || !starts_with(name, head) ||
+        name.compare(name.size() - tail.size(), tail.size(), tail) != 0)
+        return false;
+    return std::all_of(name.begin() + head.size(), name.end() - tail.size(), is_digit);
+}
+
+bool has_shape(const std::string& text, const std::string& shape)
+{
+    return text.size() >= shape.size() &&
+           std::equal(shape.begin(), shape.end(), text.begin(),
+                      [](char s, char c) { return s == '#' ? is_digit(c) : s == c; });
+}
+
+bool is_output_file_name(const std::string& name)
+{
+    return std::find(OUTPUT_FILES.begin(), OUTPUT_FILES.end(), name) != OUTPUT_FILES.end() ||
+           std::any_of(NUMBERED_OUTPUT_FILES.begin(), NUMBERED_OUTPUT_FILES.end(),
+                       [&](const auto& parts) {
+                           return number_between(name, parts.first, parts.second);
+                       }) ||
+           std::any_of(OUTPUT_FILE_HEADS.begin(), OUTPUT_FILE_HEADS.end(),
+                       [&](const std::string& head) { return starts_with(name, head); });
+}
 
 // Case is folded: on Windows two names that differ in case are one file.
 std::string resolved(const std::string& path)
@@ -61,7 +99,7 @@ bool is_output_file(const std::string& name)
 {
     const fs::path path = resolved(name);
     return path.parent_path() == fs::path(resolved(".")) &&
-           std::regex_match(path.filename().string(), OUTPUT_FILE);
+           is_output_file_name(path.filename().string());
 }
 
 bool is_run_file(const std::string& name, const std::string& profile_path)
@@ -80,8 +118,7 @@ bool starts_like_a_log(const std::string& name)
 {
     platform::TextFile file(name);
     std::string line;
-    return !file.read_line(line) ||
-           std::regex_match(line.substr(0, logTimestamp().size()), LOG_TIMESTAMP);
+    return !file.read_line(line) || has_shape(line, LOG_TIMESTAMP_SHAPE);
 }
 
 }  // namespace

@@ -81,6 +81,7 @@ TEST_F(PlatformTest, TheLogCopyNeverGoesToAFileOfTheRun)
     write_file("notes.txt", "to do\n");
     write_file("old.log", "[2022-04-06 10:15:02] **********parseArgs Begin ******* \n");
     write_file("empty.log", "");
+    write_file("odd.log", "[2022-04-06 10:15] **********parseArgs Begin ******* \n");
     std::filesystem::create_directory("sub");
     const std::string RUN_FILE = "log copy refused, a file the run reads or writes";
     const std::vector<std::pair<std::string, std::string>> cases = {
@@ -103,6 +104,7 @@ TEST_F(PlatformTest, TheLogCopyNeverGoesToAFileOfTheRun)
         {"expanderupgrade_1_2_0", RUN_FILE},
         {"sub", "log copy refused, not a regular file"},
         {"notes.txt", "log copy refused, the file holds no log"},
+        {"odd.log", "log copy refused, the file holds no log"},
         {"run.log", ""},
         {"old.log", ""},
         {"empty.log", ""},
