@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Packs the Windows build as the release zip, unpacks it into a scratch
-# directory and rehearses both sample servers under Wine from the unpacked
-# files alone: rehearse.cmd puts the package's lab first on the path, and
-# nothing of the build tree is on Wine's path.
+# Packs the Windows build as the release zip (in a Ninja tree cpack only
+# installs what was built), unpacks it and rehearses both sample servers
+# under Wine from the unpacked files alone: rehearse.cmd puts the package's
+# lab first on the path, and nothing of the build tree is on Wine's path.
 #   zip_rehearsal_test.sh SOURCE_DIR WINDOWS_BUILD_DIR
 set -euo pipefail
 root=$(realpath "$1")
@@ -16,23 +16,11 @@ zip=$(ls "$scratch"/package/sasfwctl-*-win64.zip)
 unzip -q "$zip" -d "$scratch/unpacked"
 top=$scratch/unpacked/$(basename "$zip" .zip)
 
-(cd "$top" && find . -type f | LC_ALL=C sort) > "$scratch/contents"
-diff -u - "$scratch/contents" <<'CONTENTS' || fail "the zip holds other files than these"
-./docs/operator-guide.md
-./lab/README.md
-./lab/arcconf.exe
-./lab/labctl.exe
-./lab/scenarios/arcconf-server.scenario
-./lab/scenarios/storcli-faults.scenario
-./lab/scenarios/storcli-hba-raid.scenario
-./lab/storcli64.exe
-./rehearse.cmd
-./samples/arcconf-profile.txt
-./samples/arcconf-server.scenario
-./samples/storcli-profile.txt
-./samples/storcli-server.scenario
-./sasfwctl.exe
-CONTENTS
+expected=(./docs/operator-guide.md ./lab/{README.md,arcconf.exe,labctl.exe,storcli64.exe}
+  ./lab/scenarios/{arcconf-server,storcli-faults,storcli-hba-raid}.scenario ./rehearse.cmd
+  ./samples/{arcconf,storcli}-{profile.txt,server.scenario} ./sasfwctl.exe)
+diff -u <(printf '%s\n' "${expected[@]}" | LC_ALL=C sort) \
+  <(cd "$top" && find . -type f | LC_ALL=C sort) || fail "the zip holds other files than these"
 
 # rehearse FAMILY: runs rehearse.cmd into $scratch/FAMILY.out and checks how
 # it ends; removes the working folder that it left under Wine's %TEMP%.
@@ -41,9 +29,9 @@ rehearse() {
   expect_rehearsal "$scratch/$1.out"
   local log
   log=$(sed -n 's|^log: \(.*\)$|\1|p' "$scratch/$1.out")
-  [ -n "$log" ] || { fail "$1: no log named"; return; }
-  log=$(winepath -u "$log")
-  [ -s "$log" ] || fail "$1: no log at $log"
+  if [ -z "$log" ] || ! log=$(winepath -u "$log") || [ ! -s "$log" ]; then
+    fail "$1: no log at '$log'"; return
+  fi
   rm -rf "$(dirname "$log")"
 }
 
