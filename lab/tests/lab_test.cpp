@@ -19,7 +19,6 @@ namespace {
 namespace fs = std::filesystem;
 using lab_test::fixture;
 using lab_test::has_line;
-using lab_test::lines_of;
 
 // The message of the LabError that parsing throws, or "" when it parses.
 std::string parse_fault(const std::string& text)
@@ -43,7 +42,7 @@ std::string with_crlf(const std::string& text)
 // Lines without the blanks that pad labctl's table rows.
 std::vector<std::string> trimmed_lines(const std::string& text)
 {
-    std::vector<std::string> lines = lines_of(text);
+    std::vector<std::string> lines = text_lines(text);
     for (std::string& line : lines)
         line = lab::trim(line);
     return lines;
@@ -69,7 +68,7 @@ struct FaultCase {
 std::vector<FaultCase> fault_cases()
 {
     std::vector<FaultCase> cases;
-    for (const std::string& line : lines_of(fixture("faulty-scenarios.txt"))) {
+    for (const std::string& line : text_lines(fixture("faulty-scenarios.txt"))) {
         if (line.rfind(">", 0) == 0 && !cases.empty())
             cases.back().text += (line.size() > 2 ? line.substr(2) : "") + "\n";
         else if (!line.empty() && line[0] != '#')
@@ -120,7 +119,7 @@ protected:
     // "tool | arguments | exit status | text the output holds".
     void run_script(const std::string& name)
     {
-        for (const std::string& line : lines_of(fixture(name))) {
+        for (const std::string& line : text_lines(fixture(name))) {
             if (line.empty() || line[0] == '#')
                 continue;
             std::vector<std::string> fields = fields_of(line);
@@ -173,7 +172,7 @@ TEST_F(Lab, DownloadsStageUntilThePowerCycle)
 TEST_F(Lab, LabctlTellsFaultsOnStandardError)
 {
     EXPECT_EQ(labctl("reboot"), 2);
-    EXPECT_EQ(lines_of(errors).at(0), "usage: labctl show | powercycle | reset");
+    EXPECT_EQ(text_lines(errors).at(0), "usage: labctl show | powercycle | reset");
 
     std::ofstream(lab::state_path(scenario)) << "# state\nstaged storcli/c0/e2 main\n";
     EXPECT_EQ(labctl("powercycle"), 2);
@@ -190,7 +189,7 @@ TEST_F(Lab, EveryCallIsRecordedWithToolDirectoryAndArguments)
     run(lab::Tool::Storcli, "show ctrlcount");
     run(lab::Tool::Storcli, "/c9 show");  // refused, and recorded all the same
     lab::run_tool(lab::Tool::Arcconf, scenario, dir, {"list", "", "two words"});
-    EXPECT_EQ(lines_of(read_file("lab.scenario.calls")),
+    EXPECT_EQ(text_lines(read_file("lab.scenario.calls")),
               (std::vector<std::string>{"storcli64.exe\t" + dir + "\tshow ctrlcount",
                                         "storcli64.exe\t" + dir + "\t/c9 show",
                                         "arcconf.exe\t" + dir + "\tlist \"\" \"two words\""}));

@@ -14,7 +14,10 @@ if(NOT TARGET GTest::gtest)
 endif()
 
 file(GLOB LAB_TEST_SOURCES CONFIGURE_DEPENDS ${CMAKE_CURRENT_LIST_DIR}/*.cpp)
-add_executable(lab_tests ${LAB_TEST_SOURCES})
+# Files and their lines are read as in the utility's tests.
+set(TEST_COMMON_DIR ${CMAKE_CURRENT_LIST_DIR}/../../tests/common)
+add_executable(lab_tests ${LAB_TEST_SOURCES} ${TEST_COMMON_DIR}/files.cpp)
+target_include_directories(lab_tests PRIVATE ${TEST_COMMON_DIR})
 if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
   # As the utility's tests: the stand-ins keep their optimisation, the tests need none.
   target_compile_options(lab_tests PRIVATE -O0 -g0)

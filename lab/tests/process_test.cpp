@@ -17,7 +17,6 @@ namespace {
 
 using lab_test::fixture;
 using lab_test::has_line;
-using lab_test::lines_of;
 
 const std::string INQUIRY = "PASSTHROUGH 1 2 0 read 512 [ 12 00 00 02 00 00 ] rawhex noprompt";
 
@@ -75,13 +74,13 @@ TEST_F(Programs, ExitStatusesAndFaultsReachTheCommandProcessor)
     EXPECT_TRUE(has_line(read_file("out"), "Description = Enclosure is busy"));
     EXPECT_EQ(run_program(LAB_STORCLI, "/c1/e62 download src=fw.rom"), 0);
     EXPECT_EQ(run_program(LAB_LABCTL, "powercycle"), 0);
-    EXPECT_EQ(lines_of(read_file("out")).at(0), "Activated storcli/c1/e62 main 1.2.4 (fw.rom)");
+    EXPECT_EQ(text_lines(read_file("out")).at(0), "Activated storcli/c1/e62 main 1.2.4 (fw.rom)");
     EXPECT_EQ(run_program(LAB_LABCTL, "restart"), 2);
 
     write_scenario("line-ends crlf\nenclosure eid=2 product=ABC36X\n");
     EXPECT_EQ(run_program(LAB_ARCCONF, "list"), 2);
     EXPECT_EQ(read_file("out"), "");
-    EXPECT_EQ(lines_of(read_file("err")),
+    EXPECT_EQ(text_lines(read_file("err")),
               std::vector<std::string>{
                   "arcconf.exe (lab): lab.scenario:2: enclosure: needs a storcli-controller line "
                   "above it"});

@@ -5,49 +5,27 @@
 
 #include <cstddef>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "files.h"
 #include "text.h"
 #include "tool_run.h"
 
 namespace lab_test {
 
-inline std::string read_text(const std::filesystem::path& path)
-{
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
-
 // A file of lab/tests/fixtures.
 inline std::string fixture(const std::string& name)
 {
-    std::string text = read_text(std::filesystem::path(LAB_FIXTURE_DIR) / name);
+    std::string text = ::read_file(std::filesystem::path(LAB_FIXTURE_DIR) / name);
     EXPECT_FALSE(text.empty()) << "fixture " << name;
     return text;
 }
 
-// The lines of a text, line ends cut off; a last line without an end counts.
-inline std::vector<std::string> lines_of(const std::string& text)
-{
-    std::vector<std::string> lines;
-    std::istringstream in(text);
-    for (std::string line; std::getline(in, line);) {
-        if (!line.empty() && line.back() == '\r')
-            line.pop_back();
-        lines.push_back(line);
-    }
-    return lines;
-}
-
 inline bool has_line(const std::string& text, const std::string& line)
 {
-    for (const std::string& l : lines_of(text))
+    for (const std::string& l : text_lines(text))
         if (l == line)
             return true;
     return false;
@@ -74,17 +52,14 @@ protected:
         scenario = (path / "lab.scenario").string();
         write_scenario(fixture("server.scenario"));
         for (const auto& [name, size] : IMAGE_FILES)
-            std::ofstream(path / name, std::ios::binary) << std::string(size, 'x');
+            ::write_file(path / name, std::string(size, 'x'));
     }
 
-    void write_scenario(const std::string& text) const
-    {
-        std::ofstream(scenario, std::ios::binary) << text;
-    }
+    void write_scenario(const std::string& text) const { ::write_file(scenario, text); }
 
     std::string read_file(const std::string& name) const
     {
-        return read_text(std::filesystem::path(dir) / name);
+        return ::read_file(std::filesystem::path(dir) / name);
     }
 
     lab::ToolRun run(lab::Tool tool, const std::string& argLine) const
