@@ -22,7 +22,7 @@ if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
   # As the utility's tests: the stand-ins keep their optimisation, the tests need none.
   target_compile_options(lab_tests PRIVATE -O0 -g0)
 endif()
-target_link_libraries(lab_tests PRIVATE sasfwctl_lab GTest::gtest GTest::gtest_main)
+target_link_libraries(lab_tests PRIVATE sasfwctl_lab sasfwctl_core GTest::gtest GTest::gtest_main)
 if(WIN32)
   target_link_options(lab_tests PRIVATE -static)
 endif()

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "lab.h"
+#include "platform/platform.h"
 #include "support.h"
 
 namespace fs = std::filesystem;
@@ -26,13 +27,6 @@ void set_scenario_variable(const std::string& path)
     static char setting[4096];
     std::snprintf(setting, sizeof setting, "SASFWCTL_LAB_SCENARIO=%s", path.c_str());
     putenv(setting);
-}
-
-// std::system gives a wait status on POSIX (code in the second byte) and the
-// exit code itself on Windows; the lab's codes are all below 256.
-int exit_code(int raw)
-{
-    return (raw & 0xff) == 0 ? raw >> 8 : raw;
 }
 
 class Programs : public lab_test::LabTest {
@@ -53,7 +47,7 @@ protected:
     {
         std::string command =
             fs::absolute(program).make_preferred().string() + " " + args + " > out 2> err";
-        return exit_code(std::system(command.c_str()));
+        return platform::run_shell(command);
     }
 
 private:
