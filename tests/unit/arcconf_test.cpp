@@ -301,4 +301,15 @@ TEST_F(ArcconfDeviceTest, TheInquiryVersionStandsInBytes36To55)
         EXPECT_EQ(device_->installedVersion, c.installed);
     }
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+
+    // With --psoc the wait of -s stands before the PSoC image.
+    PSOC_UPDATE_FLAG = true;
+    WAIT_SECONDS = 1;
+    start_row();
+    write_file("psoc.bin", "psoc");
+    const auto psoc_start = std::chrono::steady_clock::now();
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(flash_fw_mchp(device_, &profile), MCHP_FLASH_WRITTEN);
+    testing::internal::GetCapturedStdout();
+    EXPECT_GE(std::chrono::steady_clock::now() - psoc_start, std::chrono::seconds(1));
 }
